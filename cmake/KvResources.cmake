@@ -1,0 +1,1 @@
+# Resource libraries from .rc scripts.

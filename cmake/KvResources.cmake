@@ -82,7 +82,8 @@ function(kv_resource_library target)
     add_custom_command(
         OUTPUT ${output}
         COMMAND ${CMAKE_COMMAND} -E make_directory ${output_folder}
-        COMMAND ${KV_LLD_LINK} /dll /noentry /Brepro /machine:x64 /noimplib
+        COMMAND ${KV_LLD_LINK} /dll /noentry /Brepro /machine:x64
+                /implib:${CMAKE_CURRENT_BINARY_DIR}/${target}.dir/${target}.lib
                 /out:${output} ${objects}
         DEPENDS ${objects}
         COMMENT "Linking resource library ${ARG_OUTPUT}"

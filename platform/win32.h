@@ -186,6 +186,7 @@ KV_IMPORT int WINAPI LoadStringW(HINSTANCE hInstance, UINT uID, LPWSTR lpBuffer,
 constexpr UINT MB_OK = 0;
 constexpr UINT MB_ICONEXCLAMATION = 0x30;
 constexpr UINT MB_ICONINFORMATION = 0x40;
+constexpr int IDOK = 1;
 
 // The identifier of the button pressed: 1 OK, 2 Cancel.
 KV_IMPORT int WINAPI MessageBoxA(HWND hWnd, LPCSTR lpText, LPCSTR lpCaption, UINT uType);

@@ -2,13 +2,15 @@
 // this process remembers.
 #include "platform/spooler/store.h"
 
-#include <cwctype>
+#include <chrono>
 #include <filesystem>
-#include <locale.h>
+#include <thread>
+#include <unistd.h>
 
 #include <fmt/format.h>
 
 #include "platform/kernel/internal.h"
+#include "platform/kernel/names.h"
 
 namespace kvp
 {
@@ -21,7 +23,7 @@ constexpr DWORD ERROR_BADDB = 1009;
 
 constexpr int STORE_ID = 0x4B565350; // marks the file as a printer store
 constexpr int STORE_VERSION = 1;
-constexpr int BUSY_MS = 30000; // how long a process waits for the others
+constexpr int BUSY_TRIES = 10000; // how often a process asks again while others use the store
 constexpr int LARGEST_VALUE = 1 << 20;
 constexpr sqlite3_int64 CHANGE_COUNTER = 24; // its offset in the file's header
 
@@ -33,6 +35,15 @@ constexpr const char *TABLES = R"(
         printer TEXT NOT NULL REFERENCES printer(key) ON DELETE CASCADE,
         key TEXT NOT NULL, name TEXT NOT NULL, type INTEGER NOT NULL, data BLOB NOT NULL,
         PRIMARY KEY (printer, key)) WITHOUT ROWID;)";
+
+// A change takes about a millisecond, so short waits: SQLite's own handler backs off until a crowd
+// of writers mostly sleeps. 1 to 5 ms, so that two who wait do not wake together.
+int WaitForOthers(void *, int tries)
+{
+    const int nMilliseconds = 1 + static_cast<int>((getpid() + tries) % 5);
+    std::this_thread::sleep_for(std::chrono::milliseconds(nMilliseconds));
+    return tries < BUSY_TRIES;
+}
 } // namespace
 
 const char *const Store::aSql[SqlCount] = {
@@ -53,15 +64,7 @@ const char *const Store::aSql[SqlCount] = {
 
 std::string FoldName(std::u16string_view name)
 {
-    // Not the process's locale: a name must fold alike in every process that uses the store.
-    static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-    std::u16string folded(name);
-    for (char16_t &unit : folded)
-        if (unit < 0x80)
-            unit = unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 0x20) : unit;
-        else if (locale)
-            unit = static_cast<char16_t>(towlower_l(unit, locale));
-    return ToUtf8(folded);
+    return std::string(FoldedName(ToUtf8(name)).View());
 }
 
 // ---- statements and transactions ------------------------------------------------------------
@@ -237,7 +240,7 @@ bool Store::Connect(bool create)
     db.reset(pDb);
     if (nResult != SQLITE_OK)
         Fail("be opened");
-    sqlite3_busy_timeout(pDb, BUSY_MS);
+    sqlite3_busy_handler(pDb, WaitForOthers, nullptr);
     sqlite3_limit(pDb, SQLITE_LIMIT_LENGTH, LARGEST_VALUE);
     Execute("PRAGMA foreign_keys = ON");
     return true;

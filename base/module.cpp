@@ -1,8 +1,7 @@
 // The module's instance handle and the messages that belong to no page.
 #include "base/module.h"
 
-// The missing-driver-files message; no language has a text for the last number.
-static constexpr UINT IDS_INSTALL_FIRST = 6910, IDS_INSTALL_LAST = 6915;
+#include "resources/ids.h"
 
 HINSTANCE hModule;
 

@@ -3,10 +3,9 @@
 #include "base/modeltable.h"
 #include "base/module.h"
 #include "interface/entry.h"
+#include "resources/ids.h"
 
 static constexpr DWORD VERSION_MAJOR = 3, VERSION_MINOR = 51;
-// The message for any other version; the last three are empty in every language.
-static constexpr UINT IDS_VERSION_FIRST = 6920, IDS_VERSION_LAST = 6925;
 
 static void TellUser(LPCSTR lpText)
 {

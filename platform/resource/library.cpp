@@ -290,7 +290,7 @@ HMODULE WINAPI LoadLibraryA(LPCSTR lpLibFileName)
     HMODULE module = nullptr;
     if (lpLibFileName && *lpLibFileName) {
         failure.error = kvp::ERROR_MOD_NOT_FOUND;
-        if (const auto found = kvp::FindFile(kvp::WithExtension(lpLibFileName)))
+        if (const auto found = kvp::FindFile(kvp::WithExtension(kvp::AnsiToUtf8(lpLibFileName))))
             module = kvp::LoadFile(*found, failure);
     }
     if (!module)

@@ -71,6 +71,7 @@ void Configure(const Machine &machine)
     g_setup = SetupFor(machine);
     g_bConfigured.store(true, std::memory_order_release);
     ForgetListings();
+    ForgetStore();
 }
 
 const Machine &CurrentMachine()

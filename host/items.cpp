@@ -264,9 +264,11 @@ std::vector<const Item *> ItemsAsked(const Request &request)
 std::string WordText(const Item &item, const std::string &word, const Json &value)
 {
     if (value.is_array())
-        return value.dump();
-    const bool bSize = item.dwItem == KVDD_PAPER && word != "paper" && word != "papers";
-    if (bSize)
+        return fmt::format("{}", fmt::join(value.get<std::vector<int>>(), " "));
+    const bool bSize = word.starts_with("largest") || word.starts_with("smallest") ||
+                       word.ends_with("idth") || word.ends_with("ength") || word == "left" ||
+                       word == "top";
+    if (item.dwItem == KVDD_PAPER && bSize)
         return TenthsOfMillimetre(value.get<int>());
     for (const auto &row : aWordNames)
         if (row.word == word && value == row.nValue)
@@ -307,22 +309,27 @@ Answering AnsweringFor(const std::string &action)
     return action == "level" ? Level : Get; // after a set, what holds now
 }
 
-// One item's answer alone, several as a list; whether any was good.
-bool Answer(const Driver &driver, Block &block, const std::vector<const Item *> &items,
-            const Request &request)
+// One item's answer alone, several as a list. The last result that was not good, KVDD_OK when
+// some answer was.
+int32_t Answer(const Driver &driver, Block &block, const std::vector<const Item *> &items,
+               const Request &request)
 {
     bool bAnyGood = false;
+    int32_t nBad = KVDD_OK;
     Json list = Json::array();
     for (const Item *item : items) {
         const Outcome outcome = AnsweringFor(request.strAction)(driver, block, *item);
-        bAnyGood |= outcome.nResult == KVDD_OK;
+        if (outcome.nResult == KVDD_OK)
+            bAnyGood = true;
+        else
+            nBad = outcome.nResult;
         list.push_back(OutcomeToJson(*item, outcome));
         if (!request.bJson)
             PrintOutcome(*item, outcome);
     }
     if (request.bJson)
         fmt::print("{}", JsonText(request.strItem.empty() ? list : list[0]));
-    return bAnyGood;
+    return bAnyGood ? KVDD_OK : nBad;
 }
 } // namespace
 
@@ -340,10 +347,11 @@ int WorkOnItem(const Request &request)
     Block block(DocumentSettings(driver, printer, in));
     if (request.strAction == "set")
         Set(driver, block, *items[0], request.aValues);
-    const bool bAnyGood = Answer(driver, block, items, request);
+    const int32_t nResult = Answer(driver, block, items, request);
     WriteRecordIfNamed(request.strOut, block.record);
-    if (!bAnyGood)
-        throw Failure(EXIT_REFUSED, fmt::format("the driver has no answer to item {} of this item",
-                                                request.strAction));
+    if (nResult != KVDD_OK)
+        throw Failure(EXIT_REFUSED,
+                      fmt::format("the driver gave {} for item {} {}: {}", nResult,
+                                  request.strAction, request.strItem, ResultText(nResult)));
     return EXIT_DONE;
 }

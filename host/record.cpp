@@ -21,7 +21,7 @@ std::string Dpi(int64_t v)
 
 std::string Inch360(int64_t v)
 {
-    return fmt::format("{}/360 inch, {:.1f} mm", v, static_cast<double>(v) * 25.4 / 360);
+    return fmt::format("{}/360 inch ({:.1f} mm)", v, static_cast<double>(v) * 25.4 / 360);
 }
 
 constexpr struct {
@@ -202,9 +202,6 @@ std::string NamesOfFlags(std::string_view field, int64_t value)
 
 std::string Meaning(std::string_view field, int64_t value)
 {
-    for (const auto &unit : aUnits)
-        if (unit.field == field)
-            return unit.say(value);
     for (const auto &name : aNames)
         if (name.field == field && name.nValue == value)
             return std::string(name.name);
@@ -214,6 +211,9 @@ std::string Meaning(std::string_view field, int64_t value)
 std::string NumberText(const DriverDevMode &record, const DevModeField &field)
 {
     const int64_t nValue = Element(record, field, 0);
+    for (const auto &unit : aUnits)
+        if (unit.field == field.lpszName)
+            return unit.say(nValue);
     const std::string strMeaning = Meaning(field.lpszName, nValue);
     const std::string strNumber = field.kind == FieldKind::Hex
                                       ? fmt::format("0x{:0{}X}", nValue, 2 * field.cbElement)

@@ -132,12 +132,10 @@ class NameUtf8
   public:
     explicit NameUtf8(LPCSTR name) : m_view(name)
     {
-        for (const char c : m_view)
-            if (static_cast<unsigned char>(c) >= 0x80) {
-                m_strConverted = AnsiToUtf8(m_view);
-                m_view = m_strConverted;
-                return;
-            }
+        if (IsAscii(m_view))
+            return;
+        m_strConverted = AnsiToUtf8(m_view);
+        m_view = m_strConverted;
     }
     std::string_view View() const { return m_view; }
 
@@ -152,11 +150,6 @@ DWORD FileExists(const Place &place)
     if (memory.bKnown)
         return memory.bytes ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
     return Reach(place, IsHostFile);
-}
-
-std::string DosPathAnsi(const Place &place)
-{
-    return std::string(WideToAnsi(ToWide(place.DosPath())));
 }
 
 // What one OpenFile has come to.
@@ -284,13 +277,12 @@ HFILE WINAPI OpenFile(LPCSTR lpFileName, OFSTRUCT *lpReOpenBuff, UINT uStyle)
     const DWORD dwError = kvp::OpenBy(kvp::NameUtf8(lpFileName).View(), uStyle, opening);
     if (dwError != ERROR_SUCCESS)
         return kvp::Refused(lpReOpenBuff, dwError);
-    const std::string strPath = kvp::DosPathAnsi(opening.place);
-    constexpr size_t cbRoom = sizeof lpReOpenBuff->szPathName;
-    if (strPath.size() >= cbRoom)
+    constexpr size_t cbRoom = sizeof lpReOpenBuff->szPathName - 1;
+    const size_t cbPath = opening.place.DosPathAnsi(lpReOpenBuff->szPathName, cbRoom);
+    if (cbPath == 0)
         return kvp::Refused(lpReOpenBuff, kvp::ERROR_FILENAME_EXCED_RANGE);
     lpReOpenBuff->fFixedDisk = 1;
-    std::memcpy(lpReOpenBuff->szPathName, strPath.c_str(), strPath.size() + 1);
-    kvp::SpoilRest(lpReOpenBuff->szPathName + strPath.size() + 1, cbRoom - strPath.size() - 1);
+    kvp::SpoilRest(lpReOpenBuff->szPathName + cbPath + 1, cbRoom - cbPath);
     if (uStyle & OF_EXIST)
         return FOUND_ONLY;
     return kvp::NewHandle(std::move(opening.reader), std::move(opening.writer));

@@ -1,10 +1,11 @@
 // Taking DOS names apart, and comparing them without regard to case.
 #include "platform/kernel/names.h"
 
-#include <cctype>
+#include <algorithm>
 #include <clocale>
 #include <cwctype>
 
+#include "platform/kernel/internal.h"
 #include "platform/kernel/utf8.h"
 
 namespace kvp
@@ -19,21 +20,18 @@ bool IsSeparator(char c)
     return c == '\\' || c == '/';
 }
 
-bool IsAscii(std::string_view text)
+bool IsForbidden(char c)
 {
-    unsigned char uAll = 0;
-    for (const char c : text)
-        uAll |= static_cast<unsigned char>(c);
-    return uAll < 0x80;
-}
-
-bool HasForbiddenCharacter(std::string_view component)
-{
-    for (const char c : component)
-        if (static_cast<unsigned char>(c) < 0x20 ||
-            std::string_view("<>:\"|?*").find(c) != std::string_view::npos)
-            return true;
-    return false;
+    switch (c) {
+    case '<':
+    case '>':
+    case ':':
+    case '"':
+    case '|':
+    case '?':
+    case '*': return true;
+    default: return static_cast<unsigned char>(c) < 0x20;
+    }
 }
 
 // Blanks and dots at a component's end do not count.
@@ -61,6 +59,14 @@ std::string FoldWide(std::string_view name)
 }
 
 } // namespace
+
+bool IsAscii(std::string_view text)
+{
+    unsigned char uAll = 0;
+    for (const char c : text)
+        uAll |= static_cast<unsigned char>(c);
+    return uAll < 0x80;
+}
 
 bool Place::SetDrive(char letter)
 {
@@ -109,7 +115,8 @@ bool Place::WalkOne(std::string_view component)
         return m_cb != 0;
     }
     const std::string_view kept = WithoutTail(component);
-    return !HasForbiddenCharacter(kept) && kept.size() <= LONGEST_COMPONENT && AppendLeaf(kept);
+    return std::none_of(kept.begin(), kept.end(), IsForbidden) &&
+           kept.size() <= LONGEST_COMPONENT && AppendLeaf(kept);
 }
 
 bool Place::Walk(std::string_view components)
@@ -125,20 +132,35 @@ bool Place::Walk(std::string_view components)
     return true;
 }
 
+size_t Place::PutDosPath(char *to) const
+{
+    to[0] = static_cast<char>(m_sz[0] - 'a' + 'A');
+    to[1] = ':';
+    to[2] = '\\';
+    for (size_t i = 1; i < m_cb; ++i)
+        to[i + 1] = m_sz[i] == '/' ? '\\' : m_sz[i];
+    return m_cb == 1 ? 3 : m_cb + 1;
+}
+
 std::string Place::DosPath() const
 {
-    std::string strPath(1, static_cast<char>(std::toupper(static_cast<unsigned char>(m_sz[0]))));
-    strPath += ':';
-    for (const char c : View().substr(1))
-        strPath += c == '/' ? '\\' : c;
-    if (m_cb == 1)
-        strPath += '\\';
+    std::string strPath(m_cb + 2, '\0');
+    strPath.resize(PutDosPath(strPath.data()));
     return strPath;
+}
+
+size_t Place::DosPathAnsi(char *to, size_t room) const
+{
+    if (IsAscii(View()))
+        return m_cb + 2 <= room ? PutDosPath(to) : 0;
+    const std::string strAnsi = WideToAnsi(ToWide(DosPath()));
+    return strAnsi.size() <= room ? strAnsi.copy(to, room) : 0;
 }
 
 bool IsBareName(std::string_view name)
 {
-    return name.find_first_of("\\/:") == std::string_view::npos;
+    return std::none_of(name.begin(), name.end(),
+                        [](char c) { return IsSeparator(c) || c == ':'; });
 }
 
 bool PlaceOf(std::string_view name, Place &place)

@@ -16,6 +16,15 @@ namespace kvp
 class Place
 {
   public:
+    Place() = default;
+    Place(const Place &other) { *this = other; }
+    // Copies what means something: the room behind it is large.
+    Place &operator=(const Place &other)
+    {
+        if (this != &other)
+            m_cb = other.View().copy(m_sz.data(), m_sz.size());
+        return *this;
+    }
     std::string_view View() const { return {m_sz.data(), m_cb}; }
     // Walks on from here by components that '\' or '/' separate. False when they lead above the
     // drive, hold what a name cannot hold, or are too long; the place is then of no use.
@@ -27,9 +36,12 @@ class Place
     bool SetDrive(char letter);
     bool SetView(std::string_view place);
     std::string DosPath() const; // "C:\winnt35\kv.dat"
+    // The same into a buffer, in the ANSI code page; its length, or 0 when it does not fit.
+    size_t DosPathAnsi(char *to, size_t room) const;
 
   private:
     bool WalkOne(std::string_view component);
+    size_t PutDosPath(char *to) const; // at most two bytes more than the place has
 
     size_t m_cb = 0;
     // Only the first m_cb bytes mean anything; clearing the rest would cost on every open.
@@ -45,6 +57,8 @@ inline char FoldAscii(char c)
 {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
+
+bool IsAscii(std::string_view text);
 
 // The form in which names are compared without regard to case, in a buffer of its own.
 class FoldedName

@@ -113,7 +113,7 @@ TEST_F(QueriesTest, CountingStopsAtTheEntriesAskedFor)
     ASSERT_TRUE(Get_DATFile(&dm));
     static const struct {
         DWORD n, dwMask, nFound;
-    } aRows[] = {{0, 3, 0}, {2, 3, 2},  {3, 3, 3}, {3, 2, 2}, {4, 2, 3},
+    } aRows[] = {{0, 3, 0}, {2, 3, 2}, {3, 3, 3}, {3, 2, 2},         {4, 2, 3},
                  {5, 1, 4}, {5, 2, 4}, {5, 0, 0}, {0xFFFFFFFF, 1, 6}}; // free slots too
     for (const auto &row : aRows)
         EXPECT_EQ(CountSupportPaperNum(row.n, row.dwMask, &UIInstance.dat), row.nFound)

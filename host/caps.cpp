@@ -223,8 +223,8 @@ int ShowCapabilities(const Request &request)
 {
     const std::vector<const Query *> asked = QueriesAsked(request.aQueries);
     std::optional<DriverDevMode> in = ReadRecordIfNamed(request.strIn);
-    const Driver driver;
     OpenedPrinter printer(request.strPrinter);
+    const Driver driver;
     AnswerMap answers;
     for (const Query *query : asked)
         answers[query->wQuery] = Ask(driver, printer, *query, in ? &*in : nullptr);

@@ -36,9 +36,9 @@ HMODULE LoadDriver()
     std::string strReason;
     const HMODULE hLibrary = kvp::LoadHostLibrary(strPath, &strReason);
     if (!hLibrary)
-        throw Failure(EXIT_REFUSED, fmt::format("the driver {} cannot be loaded: {}; check the "
-                                                "root's system directory and --os",
-                                                strPath, strReason));
+        throw Failure(EXIT_REFUSED, fmt::format("the driver cannot be loaded: {}; check --os "
+                                                "and the model table under --root",
+                                                strReason));
     return hLibrary;
 }
 

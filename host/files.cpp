@@ -4,7 +4,6 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 
 #include <fcntl.h>
 #include <fmt/format.h>
@@ -49,6 +48,24 @@ bool WriteAll(int descriptor, std::span<const uint8_t> bytes)
     return true;
 }
 
+std::vector<uint8_t> ReadUpTo(const std::string &path, size_t most)
+{
+    std::vector<uint8_t> bytes(most);
+    size_t cbGot = 0;
+    const Descriptor in(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    ssize_t cb = in.n < 0 ? -1 : 1;
+    while (cb > 0 && cbGot < most) {
+        cb = read(in.n, bytes.data() + cbGot, most - cbGot);
+        cbGot += cb > 0 ? static_cast<size_t>(cb) : 0;
+    }
+    if (cb < 0)
+        throw Failure(EXIT_USAGE, fmt::format("{} cannot be read ({}): give a file with a settings "
+                                              "record",
+                                              path, std::strerror(errno)));
+    bytes.resize(cbGot);
+    return bytes;
+}
+
 // Devices and pipes cannot be replaced, only written to.
 void WriteInto(const std::string &path, std::span<const uint8_t> bytes)
 {
@@ -85,19 +102,15 @@ void Replace(const std::string &path, std::span<const uint8_t> bytes)
 
 DriverDevMode ReadRecord(const std::string &path)
 {
-    std::ifstream in(path, std::ios::binary);
-    DriverDevMode record{};
-    in.read(reinterpret_cast<char *>(&record), sizeof record);
-    const std::streamsize cb = in.gcount();
-    if (in.bad() || (cb == 0 && (errno == ENOENT || errno == EISDIR || errno == EACCES)))
-        throw Failure(EXIT_USAGE, fmt::format("{} cannot be read ({}): give a file with a settings "
-                                              "record",
-                                              path, std::strerror(errno)));
-    if (cb < static_cast<std::streamsize>(sizeof record))
+    // One byte more than a record has room, so that a longer file shows.
+    const std::vector<uint8_t> bytes = ReadUpTo(path, sizeof(DriverDevMode) + 1);
+    if (bytes.size() < sizeof(DriverDevMode))
         throw Failure(EXIT_USAGE, fmt::format("{} is too short, it has {} bytes: a settings record "
                                               "has {}",
-                                              path, cb, sizeof record));
-    if (in.peek() != std::char_traits<char>::eof())
+                                              path, bytes.size(), sizeof(DriverDevMode)));
+    DriverDevMode record;
+    std::memcpy(&record, bytes.data(), sizeof record);
+    if (bytes.size() > sizeof record)
         throw Failure(EXIT_USAGE,
                       fmt::format("{} is too long, it goes on after {} bytes, where a settings "
                                   "record ends{}",

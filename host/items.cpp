@@ -342,8 +342,8 @@ int WorkOnItem(const Request &request)
     if (request.strAction == "set")
         WordsToSet(*items[0], request.aValues); // wrong usage is told before the driver is asked
     const std::optional<DriverDevMode> in = ReadRecordIfNamed(request.strIn);
-    const Driver driver;
     OpenedPrinter printer(request.strPrinter);
+    const Driver driver;
     Block block(DocumentSettings(driver, printer, in));
     if (request.strAction == "set")
         Set(driver, block, *items[0], request.aValues);

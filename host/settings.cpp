@@ -48,8 +48,8 @@ LONG Prompt(const Driver &driver, OpenedPrinter &printer, bool advanced, DriverD
 int ShowSettings(const Request &request)
 {
     std::optional<DriverDevMode> in = ReadRecordIfNamed(request.strIn);
-    const Driver driver;
     OpenedPrinter printer(request.strPrinter);
+    const Driver driver;
     CheckRecordSize(driver, printer);
     DriverDevMode out{};
     LONG nResult = 0;
@@ -66,8 +66,8 @@ int ShowSettings(const Request &request)
 // driver that cannot give them is known to have failed.
 int ShowProperties(const Request &request)
 {
-    const Driver driver;
     OpenedPrinter printer(request.strPrinter);
+    const Driver driver;
     DocumentSettings(driver, printer, std::nullopt);
     NoteResult("PrinterProperties", driver.PrinterProperties(nullptr, printer.hPrinter));
     return EXIT_DONE;

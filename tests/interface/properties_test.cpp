@@ -189,6 +189,22 @@ TEST_F(Properties, ASecondSheetIsRefusedWhileOneIsOpen)
     EXPECT_EQ(nBoxes, 2) << "the next one is";
 }
 
+// Whatever became of the sheet, the MW data is chosen anew: from a .dat that is gone by then.
+TEST_F(Properties, AfterASheetTheMWDataIsReadAgain)
+{
+    Start();
+    kvp::PutAbsentFile(std::string(DRIVER_DIR) + "KVUI.DLL");
+    std::vector<std::string> texts;
+    kvp::SetBoxHandler([&](const kvp::Box &box) {
+        kvp::PutAbsentFile(std::string(WINDOWS_DIR) + "KVA.dat");
+        texts.push_back(box.strText);
+        return 1;
+    });
+    DriverDevMode out;
+    EXPECT_EQ(Document(&out, nullptr, DM_COPY | DM_PROMPT), -1);
+    EXPECT_THAT(texts, ElementsAre(::testing::EndsWith(".DLL"), "File not found : KVA.dat"));
+}
+
 // ---- the printer as a whole -------------------------------------------------------------------
 
 Bytes StoredWith(HANDLE hPrinter)

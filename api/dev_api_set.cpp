@@ -77,7 +77,9 @@ static int32_t TakeUserSize(DriverDevMode *lpDM, KVDDSETPAPER *lpWords)
 {
     const bool bApi = lpDM->dwApiFlag == 1;
     const SHORT sWidth = lpWords->wWidth;
-    const SHORT sLength = bApi && lpWords->wLength == 0 ? API_LENGTH : lpWords->wLength;
+    SHORT sLength = lpWords->wLength;
+    if (bApi && sLength == 0)
+        sLength = API_LENGTH;
     PaperSize largest, smallest;
     if (!Get_MaxPrintable(lpDM, &largest) || !Get_MinPrintable(lpDM, &smallest))
         return KVDD_NO_DATA;

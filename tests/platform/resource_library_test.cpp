@@ -1,5 +1,7 @@
 // Resource libraries: which language a text comes in, how it is cut, what a damaged file gives,
 // and how a library is found and counted.
+#include <algorithm>
+#include <array>
 #include <cstring>
 
 #include "tests/platform/resource_files.h"
@@ -44,6 +46,27 @@ TEST_F(ResourceLibrary, TextsComeInTheNearestLanguage)
         Apply();
         EXPECT_EQ(StringOf(module, row.uId), row.language);
     }
+    FreeLibrary(module);
+}
+
+// The linker sorts languages by number; another tool may not.
+TEST_F(ResourceLibrary, TheNeutralTextComesFirstWhereverItStands)
+{
+    // Two neighbours in the directory of languages: a language and an offset each.
+    const std::array<uint8_t, 4> neutral{0x07, 0}, german{0x07, 0x04};
+    auto at = std::ranges::search(sample, neutral).begin();
+    while (at != sample.end() && !std::equal(german.begin(), german.end(), at + 8))
+        at = std::search(at + 1, sample.end(), neutral.begin(), neutral.end());
+    ASSERT_NE(at, sample.end());
+    std::vector<uint8_t> swapped = sample;
+    const auto first = swapped.begin() + (at - sample.begin());
+    std::swap_ranges(first, first + 8, first + 8);
+    kvp::PutMemoryFile(SAMPLE, swapped);
+
+    machine.wLang = 0x0807;
+    Apply();
+    const HMODULE module = LoadLibraryA(SAMPLE);
+    EXPECT_EQ(StringOf(module, LANGUAGES_MANY), "0007");
     FreeLibrary(module);
 }
 

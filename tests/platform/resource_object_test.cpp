@@ -1,6 +1,5 @@
 // Shared objects: started and stopped once, refused when they refuse, with resources inside.
 #include <cstring>
-#include <utility>
 
 #include <gmock/gmock.h>
 
@@ -126,21 +125,22 @@ TEST_F(DamagedSections, NameNothingOutsideTheFile)
 {
     ASSERT_EQ(kvp::ElfSection(object, ".rsrc").size(), HostFile(KV_SAMPLE_LIBRARY).size());
     size_t nMissing = 0;
-    const auto tryAt = [&](uint64_t at, uint8_t value) {
-        const uint8_t old = std::exchange(object[at], value);
+    const auto tryAt = [&](uint64_t at, uint64_t value, size_t width) {
+        const std::vector<uint8_t> old(&object[at], &object[at] + width);
+        std::memcpy(&object[at], &value, width);
         const std::span<const uint8_t> found = kvp::ElfSection(object, ".rsrc");
         nMissing += found.empty();
-        if (!found.empty() && (found.data() < object.data() ||
-                               found.data() + found.size() > object.data() + object.size()))
-            ADD_FAILURE() << "byte " << at << " changed to " << int{value};
-        object[at] = old;
+        const auto before = static_cast<uint64_t>(found.data() - object.data());
+        if (!found.empty() && (before > object.size() || found.size() > object.size() - before))
+            ADD_FAILURE() << width << " bytes at " << at << " changed to " << value;
+        std::memcpy(&object[at], old.data(), width);
     };
     const uint64_t sections = SectionsAt();
-    for (uint8_t value : {0x00, 0x01, 0x7F, 0x80, 0xFF}) {
-        for (uint64_t at = 0; at < 64; ++at)
-            tryAt(at, value);
-        for (uint64_t at = sections; at < object.size(); ++at)
-            tryAt(at, value);
+    for (uint64_t at = 0; at + 8 <= object.size(); at = at == 56 ? sections : at + 1) {
+        for (uint64_t value : {0x00, 0x01, 0x7F, 0x80, 0xFF})
+            tryAt(at, value, 1);
+        for (uint64_t value : {~UINT64_C(0), ~UINT64_C(0x3F), UINT64_MAX / 2, UINT64_C(1) << 32})
+            tryAt(at, value, 8);
     }
     EXPECT_GT(nMissing, 50u) << "the changes should have met what is read";
 }

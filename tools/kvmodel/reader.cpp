@@ -2,7 +2,7 @@
 #include "tools/kvmodel/reader.h"
 
 #include <algorithm>
-#include <cmath>
+#include <charconv>
 
 #include <fmt/format.h>
 
@@ -21,9 +21,14 @@ std::optional<int64_t> Labels::Find(const std::string &label) const
     if (const auto found = positions_.find(label); found != positions_.end())
         return static_cast<int64_t>(found->second);
     const std::string prefix = kind_ + "-";
-    for (size_t i = 0; label.rfind(prefix, 0) == 0 && i < nCount_; ++i)
-        if (label.compare(prefix.size(), std::string::npos, std::to_string(i)) == 0)
-            return static_cast<int64_t>(i);
+    size_t nPosition = 0;
+    const char *lpszEnd = label.data() + label.size();
+    if (label.starts_with(prefix)) {
+        const auto [stop, error] =
+            std::from_chars(label.data() + prefix.size(), lpszEnd, nPosition);
+        if (error == std::errc() && stop == lpszEnd && nPosition < nCount_)
+            return static_cast<int64_t>(nPosition);
+    }
     return std::nullopt;
 }
 

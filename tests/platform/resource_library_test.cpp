@@ -54,7 +54,7 @@ TEST_F(ResourceLibrary, TheNeutralTextComesFirstWhereverItStands)
 {
     // Two neighbours in the directory of languages: a language and an offset each.
     const std::array<uint8_t, 4> neutral{0x07, 0}, german{0x07, 0x04};
-    auto at = std::ranges::search(sample, neutral).begin();
+    auto at = std::search(sample.begin(), sample.end(), neutral.begin(), neutral.end());
     while (at != sample.end() && !std::equal(german.begin(), german.end(), at + 8))
         at = std::search(at + 1, sample.end(), neutral.begin(), neutral.end());
     ASSERT_NE(at, sample.end());

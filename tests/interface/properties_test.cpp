@@ -286,7 +286,7 @@ TEST_F(Properties, EveryJobIsAccepted)
     Start();
     DriverDevMode garbage;
     std::memset(&garbage, 0xFF, sizeof garbage);
-    for (const HANDLE h : {hPrinter, HANDLE(nullptr)}) {
+    for (HANDLE h : {hPrinter, HANDLE(nullptr)}) {
         DWORD dwId = 77;
         EXPECT_EQ(driver.DevQueryPrint(h, &garbage, &dwId), TRUE);
         EXPECT_EQ(dwId, 0u);

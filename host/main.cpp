@@ -164,13 +164,14 @@ constexpr struct {
 
 int Run(CLI::App &app, Request &request, int argc, char **argv)
 {
-    app.require_subcommand(1);
     app.fallthrough();
     for (MachineOption &option : aMachineOptions)
         app.add_option(option.lpszOption, option.strValue, option.lpszHelp)->group("Machine");
     for (const auto &command : aCommands)
         command.take(*app.add_subcommand(command.lpszName, command.lpszHelp), request);
     app.parse(argc, argv);
+    if (app.get_subcommands().empty())
+        throw Failure(EXIT_USAGE, "no command: \"kvhost --help\" lists them");
     SetUpMachine();
     for (const auto &command : aCommands)
         if (app.got_subcommand(command.lpszName))

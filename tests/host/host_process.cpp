@@ -38,7 +38,8 @@ static std::vector<char *> Pointers(std::vector<std::string> &texts)
 Ran HostTest::Run(std::vector<std::string> args, std::vector<std::string> environment) const
 {
     args.insert(args.begin(), KV_HOST_PATH);
-    environment.insert(environment.begin(),
+    // What was given comes first: of a name that is there twice the first counts.
+    environment.insert(environment.end(),
                        {"KV_ROOT=" + Path("root"), "KV_LANG=en_US", "KV_MEASURE=0", "KV_ACP=1252"});
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);

@@ -50,7 +50,7 @@ class MWTest : public ModelTest
         ModelTest::SetUp();
         Install();
         dm.lResX = dm.lResY = 360;
-        std::fill(std::begin(dm.adwMWData), std::end(dm.adwMWData), -1);
+        std::memset(dm.adwMWData, 0xFF, sizeof dm.adwMWData);
     }
     std::vector<int32_t> Data() const
     {
@@ -205,7 +205,7 @@ TEST_F(MWTest, WithoutTheTableTheOldDataStays)
     EXPECT_THAT(BoxesShown(), IsEmpty());
     PutDat(dat);
     const int nFailures = WithEachFailure(kvp::Call::Read, [&](int) {
-        std::fill(std::begin(dm.adwMWData), std::end(dm.adwMWData), -1);
+        std::memset(dm.adwMWData, 0xFF, sizeof dm.adwMWData);
         if (GetMWData(&dm))
             EXPECT_THAT(Data(), ElementsAre(1, 2, 3, 4, 5, 6, 7, 8));
         else

@@ -248,10 +248,10 @@ TEST_F(DefaultsTest, AnIndexThatLeadsNowhereLeavesItsFieldsCleared)
         Install();
         EXPECT_TRUE(Defaults());
         EXPECT_EQ(dm.Settings.bHT, row.bSettings ? 3 : 0);
-        EXPECT_EQ(dm.lResX, row.bResolution ? 360 : 0);
+        EXPECT_EQ(+dm.lResX, row.bResolution ? 360 : 0);
         EXPECT_EQ(dm.dm.dmYResolution, row.bResolution ? 360 : 0);
         EXPECT_EQ(MWData()[0], row.bResolution ? 1 : 0);
-        EXPECT_EQ(dm.lMediaCode, row.lMediaCode);
+        EXPECT_EQ(+dm.lMediaCode, row.lMediaCode);
     }
 }
 

@@ -277,7 +277,7 @@ TEST_F(MergeTest, ThePrivatePartIsTakenOnlyFromOurOwnKind)
         EXPECT_EQ(dm.dm.dmCopies, 12) << "public fields count in any case";
         EXPECT_STREQ(dm.szTmplName, row.bTaken ? "theirs" : "TEMPLATE");
         EXPECT_EQ(dm.dm.dmColor, row.bTaken ? 6 : 2);
-        EXPECT_EQ(dm.lResX, row.bTaken ? 720 : 360) << "the resolution follows the settings";
+        EXPECT_EQ(+dm.lResX, row.bTaken ? 720 : 360) << "the resolution follows the settings";
         EXPECT_EQ(dm.dm.dmYResolution, row.bTaken ? 720 : 360);
     }
 }
@@ -310,7 +310,7 @@ TEST_F(MergeTest, HostilePrivatePartsLeadNowhere)
     std::memcpy(foreign.wszModelName, dm.wszModelName, sizeof dm.wszModelName);
     EXPECT_TRUE(Merge());
     EXPECT_EQ(dm.Settings.wResolution, 0x7F7F);
-    EXPECT_EQ(dm.lResX, 0x7F7F7F7F) << "no such resolution: what was sent stays";
+    EXPECT_EQ(+dm.lResX, 0x7F7F7F7F) << "no such resolution: what was sent stays";
     EXPECT_EQ(dm.wPaperWidth360, 46441);
     EXPECT_EQ(dm.dm.dmPaperSize, 9) << "the source does not take the free size";
     std::fill(std::begin(foreign.wszModelName), std::end(foreign.wszModelName), u'x');
@@ -344,7 +344,7 @@ TEST_F(MergeTest, EverySourceOfTheIdentifierIsWorkedOnInOrder)
     foreign.dm.dmDefaultSource = 4;
     MergeSource(&dm, &foreign);
     EXPECT_EQ(dm.nBin, 2);
-    EXPECT_EQ(dm.nPrintArea, 1);
+    EXPECT_EQ(+dm.nPrintArea, 1);
     EXPECT_EQ(dm.dm.dmPaperSize, 55);
     EXPECT_EQ(dm.nPaper, 3);
 }
@@ -399,7 +399,7 @@ TEST_F(MergeTest, TheAreaRuleComesBeforeTheNewPapersMargins)
     const Block block(dm);
     dm.dm.dmPaperSize = 768;
     ModifySource(&dm, 0, &block);
-    EXPECT_EQ(dm.nPrintArea, 2);
+    EXPECT_EQ(+dm.nPrintArea, 2);
     EXPECT_EQ(dm.wMarginTop, 198);
     EXPECT_EQ(dm.wMarginLeft, 54);
 }
@@ -418,12 +418,12 @@ TEST_F(MergeTest, TheRuleOfTheSourceSetsTheArea)
         dm.nPrintArea = 9;
         dm.nBin = 1;
         ModifyCheckBin(&dm, &block);
-        EXPECT_EQ(dm.nPrintArea, row.nPrintArea) << row.wFlags;
+        EXPECT_EQ(+dm.nPrintArea, row.nPrintArea) << row.wFlags;
         for (const int nOutside : {2, -1}) {
             dm.nPrintArea = 9;
             dm.nBin = nOutside;
             ModifyCheckBin(&dm, &block);
-            EXPECT_EQ(dm.nPrintArea, 9) << nOutside;
+            EXPECT_EQ(+dm.nPrintArea, 9) << nOutside;
         }
     }
 }

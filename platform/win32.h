@@ -136,7 +136,6 @@ constexpr HFILE HFILE_ERROR = -1;
 constexpr UINT OF_READ = 0;
 constexpr UINT OF_EXIST = 0x4000;
 constexpr int FILE_BEGIN = 0;
-constexpr int FILE_CURRENT = 1;
 
 struct OFSTRUCT {
     BYTE cBytes;

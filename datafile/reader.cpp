@@ -173,9 +173,10 @@ static bool ReadOpenUcf(FileReader *lpFile, const CfgHeader &cfg,
 {
     WORD wVersion;
     ReadAt(lpFile, 0, &wVersion, sizeof wVersion);
-    const int64_t nPapersAt = sizeof wVersion + sizeof(SettingsRecord) * cfg.wUserSlots;
-    RequireLength(lpFile,
-                  nPapersAt + static_cast<int64_t>(sizeof(UserPaperRecord)) * cfg.wUserPaperSlots);
+    const auto cbSlots = static_cast<int64_t>(sizeof(SettingsRecord)) * cfg.wUserSlots;
+    const auto cbPapers = static_cast<int64_t>(sizeof(UserPaperRecord)) * cfg.wUserPaperSlots;
+    const int64_t nPapersAt = int64_t{sizeof wVersion} + cbSlots;
+    RequireLength(lpFile, nPapersAt + cbPapers);
     if (lpFile->bShort || wVersion != FILE_VERSION)
         return false;
     ReadAt(lpFile, sizeof wVersion, settings.data(), settings.size_bytes());

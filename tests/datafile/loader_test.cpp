@@ -394,6 +394,26 @@ TEST_F(LoaderTest, AFailingReadIsAShortFile)
     EXPECT_GT(nSlotsFreed, 0);
 }
 
+TEST_F(LoaderTest, WhatCouldNotBeReadIsNotAnotherModels)
+{
+    Model large = LargeModel();
+    large.resNames[0] = 80;
+    large.Install("KV2");
+    model.resNames[0] = 70;
+    Install();
+    const DriverDevMode dmLarge = NamedRecord(u"KORVA Two");
+    int nZero = 0;
+    for (int n = 0; n < 12; ++n) {
+        ASSERT_TRUE(Get_DATFile(&dmLarge));
+        kvp::FailCall(kvp::Call::Read, n);
+        Get_DATFile(&dm);
+        const int16_t sName = UIInstance.dat.lpResNames[0];
+        EXPECT_EQ(sName == 80, UIInstance.dat.nPapers == 23) << n; // not even the header was taken
+        nZero += sName == 0;
+    }
+    EXPECT_GT(nZero, 0);
+}
+
 TEST_F(LoaderTest, AFileThatDoesNotOpenIsNamedButForTheUsersOwn)
 {
     static const struct {

@@ -5,10 +5,8 @@
 #include <cstring>
 #include <string>
 
-#include "base/modeltable.h"
-#include "base/module.h"
-#include "base/printer.h"
 #include "base/text.h"
+#include "base/uilibrary.h"
 #include "base/units.h"
 #include "datafile/loader.h"
 #include "datafile/margins.h"
@@ -219,16 +217,10 @@ BOOL Get_MinPrintable(const DriverDevMode *lpDM, PaperSize *lpSize)
 
 int Get_ResHandle(const DriverDevMode *lpDM, HANDLE hPrinter)
 {
-    LPSTR lpDirectory = GetPrinterDriverPath(hPrinter);
-    const std::string strPath = std::string(lpDirectory ? lpDirectory : "") +
-                                Get_UIRcName(AnsiModelName(lpDM).c_str()) + ".DLL";
-    LocalFree(lpDirectory);
-    HMODULE hLibrary = LoadLibraryA(strPath.c_str());
-    if (!hLibrary) {
-        NotifyFileNotFound(strPath.c_str());
+    LibraryPtr library = LoadUILibrary(AnsiModelName(lpDM).c_str(), hPrinter);
+    if (!library)
         return -1;
-    }
-    pInstance->hResLib = hLibrary;
+    pInstance->hResLib = library.release();
     return 1;
 }
 

@@ -119,6 +119,8 @@ constexpr UINT LMEM_ZEROINIT = 0x40;
 // Null when memory runs out. Freed with GlobalFree and LocalFree, which take null as well.
 KV_IMPORT HGLOBAL WINAPI GlobalAlloc(UINT uFlags, size_t dwBytes);
 KV_IMPORT HGLOBAL WINAPI GlobalFree(HGLOBAL hMem);
+// Bytes that a block was asked for with; 0 for null.
+KV_IMPORT size_t WINAPI GlobalSize(HGLOBAL hMem);
 KV_IMPORT HLOCAL WINAPI LocalAlloc(UINT uFlags, size_t uBytes);
 KV_IMPORT HLOCAL WINAPI LocalFree(HLOCAL hMem);
 

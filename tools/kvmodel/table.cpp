@@ -87,8 +87,8 @@ class TableChecker
             Wrong("section", "at most 32767 sections fit");
         for (size_t i = 0; i < table_.sections.size(); ++i) {
             const std::string key = fmt::format("section[{}]", i);
-            const int language = table_.sections[i].head.cLanguage;
-            if (language < 0)
+            const auto language = static_cast<uint8_t>(table_.sections[i].head.cLanguage);
+            if (language > 127)
                 Wrong(key + ".language", "a language above 127 is never found");
             if (!languages.insert(language).second)
                 Wrong(key + ".language", "a section of this language stands above; only the first "

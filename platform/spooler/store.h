@@ -51,7 +51,7 @@ std::string FoldName(std::u16string_view name);
 class Store
 {
   public:
-    explicit Store(std::string root);
+    explicit Store(const std::string &root);
     Store(const Store &) = delete;
     Store &operator=(const Store &) = delete;
 

@@ -1,6 +1,7 @@
 // The model table: source, structures and bytes.
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <set>
 
 #include <fmt/format.h>
@@ -191,7 +192,7 @@ Bytes TableBytes(const ModelTable &table)
     Bytes bytes;
     const auto append = [&](const auto &record) {
         const auto *from = reinterpret_cast<const uint8_t *>(&record);
-        bytes.insert(bytes.end(), from, from + sizeof(record));
+        std::copy(from, from + sizeof(record), std::back_inserter(bytes));
     };
     ModelTableHead head = table.head;
     head.sSections = static_cast<SHORT>(table.sections.size());

@@ -10,7 +10,7 @@
 #include "settings/merge.h"
 #include "tests/fuzz/fuzz.h"
 
-static constexpr size_t MOST_SOURCES = 64;
+static constexpr size_t MOST_SOURCES = 4;
 
 static void PutFiles(Input input)
 {

@@ -20,6 +20,7 @@ static bool CloseReader(FileReader *lpFile)
     return !lpFile->bShort;
 }
 
+// From the start of the file; a table that follows the last one read needs no call at all.
 static void SeekTo(FileReader *lpFile, int64_t nOffset)
 {
     if (lpFile->bShort || lpFile->nPos == nOffset)
@@ -168,6 +169,7 @@ FileState ReadCfg(LPCSTR lpName, Versions versions, CfgHeader *lpHeader,
     return state;
 }
 
+// The user's file has no counts of its own: whether it is whole, the .cfg's capacities tell.
 static bool ReadOpenUcf(FileReader *lpFile, const CfgHeader &cfg,
                         std::span<SettingsRecord> settings, std::span<UserPaperRecord> papers)
 {

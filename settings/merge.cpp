@@ -48,12 +48,14 @@ static PublicDevMode PublicPartOf(const DriverDevMode *lpIn)
     return in;
 }
 
+// The four values that mark a record as one of ours; whether it is of the same model, its tag says.
 static bool IsOurs(const PublicDevMode &dm)
 {
     return dm.dmSpecVersion == KV_SPECVERSION && dm.dmDriverVersion == KV_DRIVERVERSION &&
            dm.dmSize == KV_PUBLICSIZE && dm.dmDriverExtra == KV_PRIVATESIZE;
 }
 
+// All or nothing, the model's name too: from here on the files of that model are asked.
 static void MergePrivatePart(DriverDevMode *lpDM, const DriverDevMode *lpIn)
 {
     if (!IsOurs(lpIn->dm) || lpIn->dwModelTag != lpDM->dwModelTag)
@@ -146,6 +148,7 @@ static void MergePaper(DriverDevMode *lpDM, const PublicDevMode &in, const DatFi
         Get_NewPaperMMSize(lpDM, in.dmPaperSize, &block);
 }
 
+// The public resolution follows the settings in force; the sender's own is never taken.
 static void FollowResolution(DriverDevMode *lpDM, const DatFile &block)
 {
     const ResolutionRecord *lpResolution =
@@ -307,6 +310,7 @@ static BOOL CopyDefaultRecord(const GlobalPtr<PRINTER_INFO_2W> &info, DriverDevM
     return TRUE;
 }
 
+// Nothing is merged here, so the record must be one of ours and whole.
 static BOOL TakeWholeRecord(DriverDevMode *lpOut, const DriverDevMode &stored, HANDLE hPrinter)
 {
     if (stored.dm.dmDriverVersion != KV_DRIVERVERSION)

@@ -324,11 +324,11 @@ TEST_F(MergeTest, ASourceKeepsThePaperOrMovesItToItsFirst)
 {
     static const struct {
         const char *why;
-        int16_t sPaper;
+        int nPaperId;
         DWORD dwKind;
-        int16_t sNewPaper;
-        int32_t nPaper;
-        int16_t sWidth; // 7777: not touched
+        int nNewPaperId;
+        int nPaper;
+        int nWidth; // 7777: not touched
     } aRows[] = {
         {"a paper that it takes keeps its size", 1, 1, 1, 1, 7777},
         {"a user's paper gets the size of its slot", 768, 1, 768, 3, 1000},
@@ -343,13 +343,13 @@ TEST_F(MergeTest, ASourceKeepsThePaperOrMovesItToItsFirst)
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.why);
         dm = expected;
-        dm.dm.dmPaperSize = row.sPaper;
+        dm.dm.dmPaperSize = static_cast<int16_t>(row.nPaperId);
         dm.dm.dmPaperWidth = 7777;
         dm.nPaper = 88;
         ModifySource(&dm, row.dwKind, &block);
-        EXPECT_EQ(dm.dm.dmPaperSize, row.sNewPaper);
+        EXPECT_EQ(dm.dm.dmPaperSize, row.nNewPaperId);
         EXPECT_EQ(dm.nPaper, row.nPaper);
-        EXPECT_EQ(dm.dm.dmPaperWidth, row.sWidth);
+        EXPECT_EQ(dm.dm.dmPaperWidth, row.nWidth);
     }
 }
 

@@ -52,22 +52,22 @@ TEST_F(ApiTest, ANullPointerIsRefusedOnceTheItemIsKnown)
 static constexpr struct {
     const char *why;
     uint32_t item;
-    intptr_t value;
     int32_t result;
+    intptr_t value;
 } aWordRows[] = {
-    {"no copies", KVDD_COPIES, 0, -2},
-    {"one copy", KVDD_COPIES, 1, 0},
-    {"the most copies", KVDD_COPIES, 99, 0},
-    {"too many copies", KVDD_COPIES, 100, -2},
-    {"copies below zero", KVDD_COPIES, -1, -2},
-    {"no orientation", KVDD_ORIENTATION, 0, -2},
-    {"portrait", KVDD_ORIENTATION, 1, 0},
-    {"landscape", KVDD_ORIENTATION, 2, 0},
-    {"a third orientation", KVDD_ORIENTATION, 3, -2},
-    {"flag on", KVDD_APIFLAG, 1, 0},
+    {"no copies", KVDD_COPIES, -2, 0},
+    {"one copy", KVDD_COPIES, 0, 1},
+    {"the most copies", KVDD_COPIES, 0, 99},
+    {"too many copies", KVDD_COPIES, -2, 100},
+    {"copies below zero", KVDD_COPIES, -2, -1},
+    {"no orientation", KVDD_ORIENTATION, -2, 0},
+    {"portrait", KVDD_ORIENTATION, 0, 1},
+    {"landscape", KVDD_ORIENTATION, 0, 2},
+    {"a third orientation", KVDD_ORIENTATION, -2, 3},
+    {"flag on", KVDD_APIFLAG, 0, 1},
     {"flag off", KVDD_APIFLAG, 0, 0},
-    {"another flag", KVDD_APIFLAG, 2, -2},
-    {"a flag below zero", KVDD_APIFLAG, -1, -2},
+    {"another flag", KVDD_APIFLAG, -2, 2},
+    {"a flag below zero", KVDD_APIFLAG, -2, -1},
 };
 
 TEST_F(ApiTest, WordsAreTakenWithinTheirBoundsAndReadBack)

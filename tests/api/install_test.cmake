@@ -1,6 +1,6 @@
-# Installs the headers into a fresh prefix and compiles a C program against them as its author
-# would: with what pkg-config says.
-#   cmake -DBUILD=... -DSOURCE=... -DWORK=... -DCC=... -P install_test.cmake
+# Installs headers and libraries into a fresh prefix; compiles a C program against them as its author
+# would, with what pkg-config says, and starts a small one.
+#   cmake -DBUILD=... -DSOURCE=... -DWORK=... -DCC=... -DSANITIZED=... -P install_test.cmake
 function(must)
     execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE output ERROR_VARIABLE output
                     OUTPUT_STRIP_TRAILING_WHITESPACE RESULT_VARIABLE result)
@@ -21,5 +21,17 @@ must(${CC} -std=c11 -Wall -Wextra -Wpedantic -Werror ${cflags} -c ${SOURCE} -o $
 must(pkg-config --define-variable=prefix=${WORK} --libs kvui)
 if(NOT output MATCHES "-L${WORK}/.*/kvui .*-lkvui")
     message(FATAL_ERROR "the libraries are not where kvui.pc says: ${output}")
+endif()
+separate_arguments(libs UNIX_COMMAND "${output}")
+foreach(folder platform interface)
+    must(${CMAKE_COMMAND} -DCMAKE_INSTALL_PREFIX=${WORK} -P ${BUILD}/${folder}/cmake_install.cmake)
+endforeach()
+# A plain program cannot start a library that needs the sanitizers.
+if(NOT SANITIZED)
+    file(WRITE ${WORK}/starts.c "#include <kvui/kvdd.h>
+int main(void) { return KVDD_GetCmdLevel(0, KVDD_ORIENTATION) == 1 ? 0 : 1; }
+")
+    must(${CC} ${cflags} ${WORK}/starts.c -o ${WORK}/starts ${libs})
+    must(${WORK}/starts)
 endif()
 file(REMOVE_RECURSE ${WORK})

@@ -195,7 +195,7 @@ TEST_F(ApiTest, OnlyTheModelsPapersCanBeSet)
     model.AddUserPaper("Card", 1000, 1500, 1, 1);
     Install();
     const std::string before = BytesOf(record);
-    for (const int16_t id : {2, 768, 0, -1}) {
+    for (const auto id : {SHORT{2}, SHORT{768}, SHORT{0}, SHORT{-1}}) {
         SCOPED_TRACE(id);
         KVDDSETPAPER words = {1000, 1500, id, 0};
         EXPECT_EQ(SetWords(KVDD_PAPER, words), -2);

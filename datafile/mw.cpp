@@ -8,8 +8,8 @@
 #include "datafile/files.h"
 #include "datafile/reader.h"
 
-// Rows from here on are never chosen: 99 has always stood for "none found".
-static constexpr size_t MW_ROWS = 99;
+// A search that first fits here has found nothing: the number has always stood for that.
+static constexpr ptrdiff_t NOT_FOUND = 99;
 
 // A file's source identifier may stand there signed or unsigned.
 static bool IsMWSource(LONG lRow, LONG lSource)
@@ -47,11 +47,13 @@ static constexpr bool (*aSearches[])(const MWRecord &, const MWKey &) = {
 
 const MWRecord *ChooseMWRow(std::span<const MWRecord> rows, const MWKey &key)
 {
-    rows = rows.first(std::min(rows.size(), MW_ROWS));
-    for (const auto search : aSearches)
-        for (const MWRecord &row : rows)
-            if (FitsResolution(row, key) && search(row, key))
-                return &row;
+    for (const auto search : aSearches) {
+        const auto row = std::ranges::find_if(rows, [&](const MWRecord &candidate) {
+            return FitsResolution(candidate, key) && search(candidate, key);
+        });
+        if (row != rows.end() && row - rows.begin() != NOT_FOUND)
+            return &*row;
+    }
     return nullptr;
 }
 

@@ -18,7 +18,7 @@ struct MWKey {
     WORD wFlags;
 };
 
-// The row in force, or null. Rows from position 99 on are never chosen.
+// The row in force, or null. The row at position 99 is never chosen.
 const MWRecord *ChooseMWRow(std::span<const MWRecord> rows, const MWKey &key);
 // Copies the row's values, or zeros without one.
 void SetMWData(DriverDevMode *lpDM, const MWRecord *lpRow);

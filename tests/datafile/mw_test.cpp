@@ -144,16 +144,26 @@ TEST(MWRow, DotScaleDoublesTheSecondResolutions)
     EXPECT_EQ(Chosen({Scaled(1, INT_MAX, 1, -2)}, {INT_MAX, 1, 1, 10, 1, 7, 0}), -1);
 }
 
-TEST(MWRow, PositionsFrom99OnAreNeverChosen)
+TEST(MWRow, ASearchThatFirstFitsAtPosition99HasFoundNothing)
 {
-    std::vector<MWRecord> rows(120, Row(8, 8, 8));
-    rows[98] = PARTICULAR;
-    EXPECT_EQ(Chosen(rows, Key()), 98);
-    std::swap(rows[98], rows[99]);
-    EXPECT_EQ(Chosen(rows, Key()), -1);
-    rows[110] = BY_SOURCE;
-    rows[50] = FOR_ALL;
-    EXPECT_EQ(Chosen(rows, Key()), 50);
+    static const struct {
+        const char *why;
+        std::vector<std::pair<size_t, MWRecord>> fitting; // among rows that fit nothing
+        int nRow;
+    } aRows[] = {
+        {"before it", {{98, PARTICULAR}, {99, PARTICULAR}}, 98},
+        {"there alone", {{99, PARTICULAR}}, -1},
+        {"there first", {{99, PARTICULAR}, {100, PARTICULAR}}, -1},
+        {"the next search goes on", {{99, PARTICULAR}, {110, BY_SOURCE}}, 110},
+        {"behind it", {{100, PARTICULAR}, {50, FOR_ALL}}, 100},
+    };
+    for (const auto &row : aRows) {
+        SCOPED_TRACE(row.why);
+        std::vector<MWRecord> rows(120, Row(8, 8, 8));
+        for (const auto &[nAt, fitting] : row.fitting)
+            rows[nAt] = fitting;
+        EXPECT_EQ(Chosen(rows, Key()), row.nRow);
+    }
 }
 
 TEST_F(MWTest, TheRecordsOwnValuesAreTheKey)

@@ -4,7 +4,8 @@
 //
 // A reader carries its error: after the first read that fails or comes short every further one
 // yields zeros, and the test at the end decides. A file must be as long as its header says before
-// any table is allocated, so that a header alone can cost nothing; a longer one is as good.
+// any table of it is allocated; a longer one is as good. Of a header alone only the .cfg's room for
+// user slots is allocated, which is 9 MB at most.
 #ifndef KV_DATAFILE_READER_H
 #define KV_DATAFILE_READER_H
 

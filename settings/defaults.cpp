@@ -38,7 +38,6 @@ static BOOL Accept(FileState state, const std::string &strName)
     return state == FileState::Read;
 }
 
-// The printer record's size is told even when something after the .dat fails.
 static BOOL ReadModel(const std::string &strName, DefaultSource *lpSource)
 {
     DatReader reader;

@@ -1,3 +1,4 @@
+// Starting kvhost, and what it answered.
 #include "tests/host/host_process.h"
 
 #include <cstdlib>

@@ -1,3 +1,4 @@
+// The machine, the queue and the texts that the tests of the entry points share.
 #include "tests/interface/fixture.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Finding the entry points, and opening a queue.
 #include "tests/support/driver.h"
 
 namespace

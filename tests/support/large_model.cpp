@@ -1,3 +1,4 @@
+// The large model, made from the small one by adding to its tables, and put on disk.
 #include "tests/support/large_model.h"
 
 #include <filesystem>

@@ -1,3 +1,4 @@
+// The machine of a test: made, configured anew, and removed.
 #include "tests/support/machine.h"
 
 #include <cstdlib>

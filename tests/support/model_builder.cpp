@@ -1,3 +1,4 @@
+// The fresh model's tables, and the bytes of its files.
 #include "tests/support/model_builder.h"
 
 #include <algorithm>

@@ -13,11 +13,12 @@ void CentreMargins(PaperMargin *lpMargin)
 
 void SetMargins(DriverDevMode *lpDM, const PaperRecord &paper, int64_t lWidthMM)
 {
-    const int64_t lPrintable = FromMMTo360(lWidthMM) - paper.wRight - paper.wLeft;
+    // As the record keeps them: 16 bits without a sign.
+    PaperMargin margin = {static_cast<WORD>(paper.wLeft), static_cast<WORD>(paper.wTop),
+                          static_cast<WORD>(paper.wRight), static_cast<WORD>(paper.wBottom)};
+    const int64_t lPrintable = FromMMTo360(lWidthMM) - margin.lRight - margin.lLeft;
     const int64_t lExcess = std::max<int64_t>(lPrintable - lpDM->lMaxPrintWidth, 0);
-    // The record keeps 16 bits of it.
-    const auto sRight = static_cast<int16_t>(paper.wRight + lExcess);
-    PaperMargin margin = {paper.wLeft, paper.wTop, sRight, paper.wBottom};
+    margin.lRight = static_cast<WORD>(margin.lRight + lExcess);
     if (lpDM->nPrintArea == AREA_CENTRED)
         CentreMargins(&margin);
     lpDM->wMarginLeft = static_cast<WORD>(margin.lLeft);

@@ -457,6 +457,12 @@ TEST_F(MergeTest, CentredMarginsAreTheLargerOnes)
     EXPECT_EQ(dm.wMarginRight, 60);
     EXPECT_EQ(dm.wMarginTop, 198);
     EXPECT_EQ(dm.wMarginBottom, 198);
+
+    dm.lPaperWidth = 32767; // 46441 - 42 - 2880: margins have no sign
+    dm.lMaxPrintWidth = 2880;
+    Get_NewPaperMMSize(&dm, 256, &block);
+    EXPECT_EQ(dm.wMarginRight, 43519);
+    EXPECT_EQ(dm.wMarginLeft, 43519);
 }
 
 TEST_F(MergeTest, PapersAreFoundBeforeSlotsWhateverTheSource)

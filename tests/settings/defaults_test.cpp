@@ -5,7 +5,6 @@
 
 #include "settings/defaults.h"
 
-using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 

@@ -155,7 +155,7 @@ TEST_F(StoredTest, WithoutAPrinterRecordOnlyAWholeRecordOfOursIsTaken)
     static const struct {
         const char *why;
         uint16_t wVersion, wSize, wExtra;
-        size_t cbStored;
+        uint16_t cbStored;
         bool bTaken;
     } aRows[] = {
         {"ours", 859, 188, 374, 562, true},

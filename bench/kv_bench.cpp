@@ -223,8 +223,8 @@ bool Measure(const std::vector<Row> &rows)
                                          for ([[maybe_unused]] auto _ : state)
                                              row.act();
                                      })
-            ->Repetitions(9)
-            ->MinTime(0.05);
+            ->Repetitions(REPETITIONS)
+            ->MinTime(SECONDS_EACH);
     BestTimes times;
     benchmark::RunSpecifiedBenchmarks(&times);
     fmt::print("{:<30} {:>10} {:>15} {:>6} {:>6} {:>6} {:>6} {:>5}\n", "", "ns", "value", "limit",

@@ -86,7 +86,7 @@ void WriteSamples(const fs::path &sources, const fs::path &root)
                   Joined({{static_cast<uint8_t>(table)}, ReadFile(entry.path())}));
         }
     for (const auto &entry : fs::recursive_directory_iterator(root)) {
-        const fs::path path = entry.path();
+        const fs::path &path = entry.path();
         fs::path cfg = path;
         cfg.replace_extension(".cfg");
         if (path.filename() == "kv_model.dat")

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/module.h"
 #include "base/text.h"
 #include "settings/defaults.h"
 
@@ -101,7 +102,7 @@ static DriverDevMode *RecordOf(const void *lpBlock)
 
 int32_t KVDD_GetOrgDevMode(void *, DriverDevMode *lpDM)
 {
-    return lpDM && InitPrinterDevMode(lpDM, nullptr, nullptr) ? 1 : 0;
+    return Guarded(0, [=] { return lpDM && InitPrinterDevMode(lpDM, nullptr, nullptr) ? 1 : 0; });
 }
 
 int32_t KVDD_GetDrivInfo(const void *lpBlock, void *lpInfo)
@@ -132,7 +133,7 @@ int32_t KVDD_GetRange(void *lpBlock, uint32_t dwItem, void *lpRange)
         return KVDD_UNKNOWN;
     if (!lpBlock || !lpRange)
         return KVDD_NOT_ALLOWED;
-    return lpItem->lpRange(RecordOf(lpBlock), lpRange);
+    return Guarded(KVDD_NO_DATA, [=] { return lpItem->lpRange(RecordOf(lpBlock), lpRange); });
 }
 
 int32_t KVDD_GetData(const void *lpBlock, uint32_t dwItem, void *lpData)
@@ -142,7 +143,7 @@ int32_t KVDD_GetData(const void *lpBlock, uint32_t dwItem, void *lpData)
         return KVDD_UNKNOWN;
     if (!lpBlock || !lpData)
         return KVDD_NOT_ALLOWED;
-    return lpItem->lpGet(RecordOf(lpBlock), lpData);
+    return Guarded(KVDD_NO_DATA, [=] { return lpItem->lpGet(RecordOf(lpBlock), lpData); });
 }
 
 int32_t KVDD_SetData(void *lpBlock, uint32_t dwItem, intptr_t lpValue)
@@ -154,7 +155,7 @@ int32_t KVDD_SetData(void *lpBlock, uint32_t dwItem, intptr_t lpValue)
         return KVDD_NOT_ALLOWED;
     DriverDevMode *lpDM = RecordOf(lpBlock);
     const DriverDevMode before = *lpDM;
-    const int32_t lResult = lpItem->lpSet(lpDM, lpValue);
+    const int32_t lResult = Guarded(KVDD_NO_DATA, [=] { return lpItem->lpSet(lpDM, lpValue); });
     if (lResult != KVDD_OK)
         KVMemcpy(lpDM, &before, sizeof(before));
     return lResult;

@@ -10,6 +10,18 @@
 // An exported entry point.
 #define KV_ENTRY extern "C" __attribute__((visibility("default")))
 
+// The body of an entry point. Memory that runs out in it ends the call with its failure result:
+// nothing is thrown at a caller, who may be written in another language.
+template <class Result, class Body>
+Result Guarded(Result failed, Body body) noexcept
+{
+    try {
+        return body();
+    } catch (...) {
+        return failed;
+    }
+}
+
 // Every load of the module's own resources goes through it. Set at process attach.
 extern HINSTANCE hModule;
 

@@ -116,10 +116,7 @@ DWORD Answer(WORD wQuery, const Request &request)
     return row == std::end(aQueries) ? NO_ANSWER : row->answer(request);
 }
 
-} // namespace
-
-DWORD WINAPI DrvDeviceCapabilities(HANDLE hPrinter, LPWSTR, WORD wQuery, LPVOID lpOutput,
-                                   DriverDevMode *lpIn)
+DWORD Capability(HANDLE hPrinter, WORD wQuery, LPVOID lpOutput, const DriverDevMode *lpIn)
 {
     OpenedPrinter printer;
     const Opening opened = OpenModel(hPrinter, &printer);
@@ -134,4 +131,12 @@ DWORD WINAPI DrvDeviceCapabilities(HANDLE hPrinter, LPWSTR, WORD wQuery, LPVOID 
     }
     Free_DATFile(&printer.dm);
     return dwAnswer;
+}
+
+} // namespace
+
+DWORD WINAPI DrvDeviceCapabilities(HANDLE hPrinter, LPWSTR, WORD wQuery, LPVOID lpOutput,
+                                   DriverDevMode *lpIn)
+{
+    return Guarded(NO_ANSWER, [=] { return Capability(hPrinter, wQuery, lpOutput, lpIn); });
 }

@@ -24,8 +24,8 @@ static LONG Prompt(DriverDevMode *lpDM, HWND hWnd, HANDLE hPrinter)
     return lResult;
 }
 
-LONG WINAPI DrvDocumentProperties(HWND hWnd, HANDLE hPrinter, LPWSTR, DriverDevMode *lpOut,
-                                  DriverDevMode *lpIn, DWORD dwFlags)
+static LONG DocumentProperties(HWND hWnd, HANDLE hPrinter, DriverDevMode *lpOut,
+                               const DriverDevMode *lpIn, DWORD dwFlags)
 {
     if (dwFlags == 0)
         return KV_DEVMODESIZE;
@@ -47,6 +47,13 @@ LONG WINAPI DrvDocumentProperties(HWND hWnd, HANDLE hPrinter, LPWSTR, DriverDevM
     return lResult;
 }
 
+LONG WINAPI DrvDocumentProperties(HWND hWnd, HANDLE hPrinter, LPWSTR, DriverDevMode *lpOut,
+                                  DriverDevMode *lpIn, DWORD dwFlags)
+{
+    return Guarded(LONG{-1},
+                   [=] { return DocumentProperties(hWnd, hPrinter, lpOut, lpIn, dwFlags); });
+}
+
 // The caller gets its own settings back, as many of its bytes as it has and a record holds.
 static void ReturnInput(DriverDevMode *lpOut, const DriverDevMode *lpIn)
 {
@@ -54,8 +61,8 @@ static void ReturnInput(DriverDevMode *lpOut, const DriverDevMode *lpIn)
     KVMemcpy(lpOut, lpIn, static_cast<size_t>(std::min(cbIn, KV_DEVMODESIZE)));
 }
 
-LONG WINAPI DrvAdvancedDocumentProperties(HWND hWnd, HANDLE hPrinter, LPWSTR lpDeviceName,
-                                          DriverDevMode *lpOut, DriverDevMode *lpIn)
+static LONG AdvancedProperties(HWND hWnd, HANDLE hPrinter, LPCWSTR lpDeviceName,
+                               DriverDevMode *lpOut, const DriverDevMode *lpIn)
 {
     if (!lpOut) {
         SetLastError(ERROR_INVALID_PARAMETER);
@@ -77,6 +84,13 @@ LONG WINAPI DrvAdvancedDocumentProperties(HWND hWnd, HANDLE hPrinter, LPWSTR lpD
     return lResult;
 }
 
+LONG WINAPI DrvAdvancedDocumentProperties(HWND hWnd, HANDLE hPrinter, LPWSTR lpDeviceName,
+                                          DriverDevMode *lpOut, DriverDevMode *lpIn)
+{
+    return Guarded(LONG{-1},
+                   [=] { return AdvancedProperties(hWnd, hPrinter, lpDeviceName, lpOut, lpIn); });
+}
+
 // Whatever record is stored, the printer's own model is the one that speaks: a stored one may
 // carry the name of another.
 static void ShowModelMessage(LPCSTR lpModel, HANDLE hPrinter)
@@ -90,7 +104,7 @@ static void ShowModelMessage(LPCSTR lpModel, HANDLE hPrinter)
     MessageBoxA(nullptr, strText.c_str(), lpModel, MB_OK | MB_ICONEXCLAMATION);
 }
 
-BOOL WINAPI PrinterProperties(HWND, HANDLE hPrinter)
+static BOOL Properties(HANDLE hPrinter)
 {
     OpenedPrinter printer;
     if (OpenModel(hPrinter, &printer) != Opening::Done)
@@ -102,4 +116,9 @@ BOOL WINAPI PrinterProperties(HWND, HANDLE hPrinter)
     }
     ShowModelMessage(printer.ansiModel.get(), hPrinter);
     return FALSE;
+}
+
+BOOL WINAPI PrinterProperties(HWND, HANDLE hPrinter)
+{
+    return Guarded(FALSE, [=] { return Properties(hPrinter); });
 }

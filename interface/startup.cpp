@@ -42,7 +42,7 @@ static BOOL Attach(HINSTANCE hInstance)
 BOOL WINAPI DllInitialize(HINSTANCE hInstance, DWORD dwReason, LPVOID)
 {
     if (dwReason == DLL_PROCESS_ATTACH)
-        return Attach(hInstance);
+        return Guarded(FALSE, [=] { return Attach(hInstance); });
     if (dwReason == DLL_PROCESS_DETACH)
         FreeDataFile();
     return TRUE;

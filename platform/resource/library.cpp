@@ -9,16 +9,21 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
+
+#include <fmt/format.h>
 
 #include "platform/kernel/internal.h"
 #include "platform/resource/elf.h"
 #include "platform/resource/pe.h"
 #include "platform/resource/resource.h"
+#include "platform/start/start.h"
 
 namespace kvp
 {
@@ -79,6 +84,9 @@ std::recursive_mutex &LoaderLock()
     static std::recursive_mutex lock;
     return lock;
 }
+
+// Whether this thread is mapping a shared object here, which is then started here as well.
+thread_local bool t_bMapping = false;
 
 std::vector<std::unique_ptr<Library>> &Loaded()
 {
@@ -173,7 +181,9 @@ bool OpenObject(Library &library, const std::string &hostPath, Failure &failure)
     }
     // Without a slash the name would be looked for elsewhere.
     const std::string path = hostPath.find('/') == std::string::npos ? "./" + hostPath : hostPath;
+    const bool bOuter = std::exchange(t_bMapping, true);
     library.object = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    t_bMapping = bOuter;
     if (!library.object) {
         failure = {ERROR_BAD_EXE_FORMAT, dlerror()};
         return false;
@@ -268,6 +278,18 @@ HMODULE LoadHostLibrary(const std::string &hostPath, std::string *reason)
             *reason = failure.reason;
     }
     return module;
+}
+
+void StartLinkedLibrary(const void *inside)
+{
+    Dl_info info;
+    if (t_bMapping || dladdr(inside, &info) == 0 || !info.dli_fname)
+        return;
+    std::string reason;
+    if (LoadHostLibrary(info.dli_fname, &reason))
+        return;
+    fmt::print(stderr, "{}\n", reason);
+    std::_Exit(EXIT_FAILURE);
 }
 
 FARPROC FindProc(HMODULE module, const char *name)

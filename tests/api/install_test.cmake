@@ -1,6 +1,6 @@
 # Installs headers and libraries into a fresh prefix; compiles a C program against them as its author
-# would, with what pkg-config says, and starts a small one.
-#   cmake -DBUILD=... -DSOURCE=... -DWORK=... -DCC=... -DSANITIZED=... -P install_test.cmake
+# would, with what pkg-config says, and starts a small one on the sample machine.
+#   cmake -DBUILD=... -DSAMPLES=... -DSOURCE=... -DWORK=... -DCC=... -DSANITIZED=... -P install_test.cmake
 function(must)
     execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE output ERROR_VARIABLE output
                     OUTPUT_STRIP_TRAILING_WHITESPACE RESULT_VARIABLE result)
@@ -29,9 +29,23 @@ endforeach()
 # A plain program cannot start a library that needs the sanitizers.
 if(NOT SANITIZED)
     file(WRITE ${WORK}/starts.c "#include <kvui/kvdd.h>
-int main(void) { return KVDD_GetCmdLevel(0, KVDD_ORIENTATION) == 1 ? 0 : 1; }
+int main(void)
+{
+    static const char name[] = \"KORVA KJ-150\";
+    static DriverDevMode record;
+    unsigned i;
+    for (i = 0; i < sizeof(name); ++i)
+        record.wszModelName[i] = (KVWCHAR)name[i];
+    return KVDD_GetOrgDevMode(0, &record) == 1 && record.dm.dmPaperSize == 9 ? 0 : 1;
+}
 ")
     must(${CC} ${cflags} ${WORK}/starts.c -o ${WORK}/starts ${libs})
-    must(${WORK}/starts)
+    must(${CMAKE_COMMAND} -E env KV_ROOT=${SAMPLES} KV_LANG=en_US KV_MEASURE=0 ${WORK}/starts)
+    # Without a model table the library refuses, and the program does not start.
+    execute_process(COMMAND ${CMAKE_COMMAND} -E env KV_ROOT=${WORK} ${WORK}/starts
+                    ERROR_VARIABLE error RESULT_VARIABLE result)
+    if(result EQUAL 0 OR NOT error MATCHES "refused to start")
+        message(FATAL_ERROR "started without a model table: ${result}\n${error}")
+    endif()
 endif()
 file(REMOVE_RECURSE ${WORK})

@@ -1,7 +1,8 @@
 /* For companion programs: reading and changing single settings of a DriverDevMode without any
  * window, with the checks that the settings pages make. Plain C.
  *
- * The functions are exported by the driver's library; one call at a time in a process.
+ * The functions are exported by the driver's library, which starts with the program that is linked
+ * with it (pkg-config kvui); one call at a time in a process.
  *
  * All results are 32-bit: KVDD_OK or one of the negative values below, unless stated. A refused
  * change leaves the record as it was. A null block, answer or structure is KVDD_NOT_ALLOWED, once

@@ -3,6 +3,8 @@
 #ifndef KV_BASE_MODULE_H
 #define KV_BASE_MODULE_H
 
+#include <string>
+
 #include "platform/win32.h"
 
 // An exported entry point.
@@ -10,6 +12,10 @@
 
 // Every load of the module's own resources goes through it. Set at process attach.
 extern HINSTANCE hModule;
+
+// The strings uFirst to uLast of a library's string table with nothing between them, each cut to
+// 255 characters. A number without a string adds nothing.
+std::string JoinStrings(HINSTANCE hLibrary, UINT uFirst, UINT uLast);
 
 // The missing-driver-files message: strings 6910 to 6915 joined, caption "KORVA", information
 // icon, no owner.

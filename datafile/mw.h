@@ -22,6 +22,8 @@ struct MWKey {
 const MWRecord *ChooseMWRow(std::span<const MWRecord> rows, const MWKey &key);
 // Copies the row's values, or zeros without one.
 void SetMWData(DriverDevMode *lpDM, const MWRecord *lpRow);
+// Both at once, by the record's present values.
+void RefreshMWData(DriverDevMode *lpDM, std::span<const MWRecord> rows);
 
 // Chooses anew by the record's present values. FALSE after a message when the .dat cannot be
 // opened, FALSE when it is shorter than its counts; adwMWData is then as it was.

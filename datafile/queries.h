@@ -24,6 +24,8 @@ BOOL Get_CurPaperMargin(const DriverDevMode *lpDM, PaperMargin *lpMargin); // al
 DWORD CountSupportPaperNum(DWORD n, DWORD dwMask, const DatFile *lpBlock);
 DWORD Get_PaperIndexs(const DriverDevMode *lpDM, WORD *lpIds);
 DWORD Get_PaperSize(const DriverDevMode *lpDM, PaperSize *lpSizes); // 0.1 mm
+// A user paper slot's size in 0.1 mm, whatever its unit.
+PaperSize UserPaperSizeInMM(const PaperRecord &paper);
 DWORD Get_BinIndexs(const DriverDevMode *lpDM, WORD *lpIds);
 // 0.1 mm; FALSE with fallback values when the files cannot be loaded.
 BOOL Get_MaxPrintable(const DriverDevMode *lpDM, PaperSize *lpSize);

@@ -31,6 +31,15 @@ KV_ENTRY LONG WINAPI DrvDocumentProperties(HWND hWnd, HANDLE hPrinter, LPWSTR lp
                                            DriverDevMode *lpOut, DriverDevMode *lpIn,
                                            DWORD dwFlags);
 
+// 1 after OK, 2 after Cancel, -1 on failure, 0 without an output record (562 bytes). After OK it
+// holds the edited settings, else the bytes of the input record where there is one.
+KV_ENTRY LONG WINAPI DrvAdvancedDocumentProperties(HWND hWnd, HANDLE hPrinter, LPWSTR lpDeviceName,
+                                                   DriverDevMode *lpOut, DriverDevMode *lpIn);
+
+// Stores a default record with the printer when it has none, and shows the model's message.
+// Always FALSE.
+KV_ENTRY BOOL WINAPI PrinterProperties(HWND hWnd, HANDLE hPrinter);
+
 // A count or a number; -1 when the query is not answered or fails.
 KV_ENTRY DWORD WINAPI DrvDeviceCapabilities(HANDLE hPrinter, LPWSTR lpDeviceName, WORD wQuery,
                                             LPVOID lpOutput, DriverDevMode *lpIn);

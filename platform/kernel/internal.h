@@ -20,6 +20,9 @@ bool ShouldFail(Call call);
 void SpoilRest(void *rest, size_t bytes);
 void CountLibrary(int by); // +1 loaded, -1 freed
 
+// The spooler's store is opened anew on its next use; for Configure.
+void ForgetStore();
+
 // A file found by name: a full DOS path, or a bare name looked for in the search order.
 struct FoundFile {
     std::string strDosPath;  // full

@@ -17,6 +17,8 @@ bool LoadedDriver::Load()
         return false;
 #define KV_FIND(name) Find(hModule, #name, name)
     KV_FIND(DrvDocumentProperties);
+    KV_FIND(DrvAdvancedDocumentProperties);
+    KV_FIND(PrinterProperties);
     KV_FIND(DrvDeviceCapabilities);
     KV_FIND(DevQueryPrint);
     KV_FIND(KVDD_GetOrgDevMode);

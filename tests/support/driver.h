@@ -17,6 +17,8 @@ struct LoadedDriver {
 
     HMODULE hModule = nullptr;
     decltype(&::DrvDocumentProperties) DrvDocumentProperties = nullptr;
+    decltype(&::DrvAdvancedDocumentProperties) DrvAdvancedDocumentProperties = nullptr;
+    decltype(&::PrinterProperties) PrinterProperties = nullptr;
     decltype(&::DrvDeviceCapabilities) DrvDeviceCapabilities = nullptr;
     decltype(&::DevQueryPrint) DevQueryPrint = nullptr;
     decltype(&::KVDD_GetOrgDevMode) KVDD_GetOrgDevMode = nullptr;

@@ -4,7 +4,9 @@
  * The functions are exported by the driver's library; one call at a time in a process.
  *
  * All results are 32-bit: KVDD_OK or one of the negative values below, unless stated. A refused
- * change leaves the record as it was. Sizes are in 0.1 mm. */
+ * change leaves the record as it was. A null block, answer or structure is KVDD_NOT_ALLOWED, once
+ * the item is known. Blocks, records and structures may lie at any address, odd ones too. Sizes
+ * are in 0.1 mm. */
 #ifndef KVUI_KVDD_H
 #define KVUI_KVDD_H
 
@@ -91,7 +93,7 @@ typedef struct {
 #pragma pack(pop)
 
 /* Fills lpDM, whose wszModelName must be set and whose rest must be zero, with the model's
- * defaults: 1, or 0 when they cannot be had. */
+ * defaults: 1, or 0 when they cannot be had or lpDM is null. */
 KVDD_API int32_t KVDD_GetOrgDevMode(void *lpUnused, DriverDevMode *lpDM);
 /* 34, the size of the answer, which is written when lpInfo is not null; 0 without a block. */
 KVDD_API int32_t KVDD_GetDrivInfo(const void *lpBlock, void *lpInfo);

@@ -1,0 +1,44 @@
+// The opening that all entry points but DevQueryPrint share.
+#include "interface/opening.h"
+
+#include "base/module.h"
+#include "base/printer.h"
+#include "base/text.h"
+#include "datafile/install.h"
+#include "datafile/records.h"
+#include "settings/merge.h"
+
+Opening OpenModel(HANDLE hPrinter, OpenedPrinter *lpPrinter)
+{
+    *lpPrinter = {};
+    WCHAR wszModel[sizeof(DriverDevMode::wszModelName) / sizeof(WCHAR)];
+    if (!KVGetPrinterInfo(hPrinter, wszModel))
+        return Opening::NoModel;
+    lpPrinter->ansiModel.reset(KVUnicodeToShiftJIS(wszModel));
+    if (!lpPrinter->ansiModel)
+        return Opening::NoText;
+    KVMemcpy(lpPrinter->dm.wszModelName, wszModel, KVWStrlen(wszModel) + sizeof(WCHAR));
+    if (!InstallCheck(&lpPrinter->dm)) {
+        InstallErrMsg();
+        return Opening::NoFiles;
+    }
+    HGLOBAL lpRecord = nullptr;
+    int nModelId = -1;
+    KVGetPrinterNameToRes(lpPrinter->ansiModel.get(), &lpRecord, &nModelId, &lpPrinter->dm);
+    lpPrinter->printerRecord.reset(lpRecord);
+    return nModelId < 0 ? Opening::NoPrinterRecord : Opening::Done;
+}
+
+Opening FillSettings(HANDLE hPrinter, OpenedPrinter *lpPrinter)
+{
+    const HGLOBAL lpRecord = lpPrinter->printerRecord.get();
+    const bool bFilled = KVGetRegDevmode(hPrinter, &lpPrinter->dm, lpRecord) ||
+                         KVGetDefDevmode(&lpPrinter->dm, lpRecord, hPrinter);
+    return bFilled ? Opening::Done : Opening::NoSettings;
+}
+
+Opening OpenSettings(HANDLE hPrinter, OpenedPrinter *lpPrinter)
+{
+    const Opening opened = OpenModel(hPrinter, lpPrinter);
+    return opened == Opening::Done ? FillSettings(hPrinter, lpPrinter) : opened;
+}

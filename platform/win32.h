@@ -225,7 +225,6 @@ constexpr UINT MB_OK = 0;
 constexpr UINT MB_OKCANCEL = 1;
 constexpr UINT MB_ICONEXCLAMATION = 0x30;
 constexpr UINT MB_ICONINFORMATION = 0x40;
-constexpr int IDOK = 1;
 
 // The identifier of the button pressed: 1 OK, 2 Cancel.
 KV_IMPORT int WINAPI MessageBoxA(HWND hWnd, LPCSTR lpText, LPCSTR lpCaption, UINT uType);

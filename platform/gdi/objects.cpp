@@ -2,6 +2,7 @@
 // the object is registered.
 #include <memory>
 #include <unordered_map>
+#include <utility>
 
 #include "platform/gdi/gdi.h"
 #include "platform/host.h"

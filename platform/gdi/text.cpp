@@ -10,6 +10,10 @@
 #include <pango/pangocairo.h>
 #include <pango/pangofc-fontmap.h>
 
+// The library's own names for these are macros.
+#undef TRUE
+#undef FALSE
+
 #include "platform/gdi/gdi.h"
 #include "platform/host.h"
 
@@ -63,7 +67,7 @@ static PangoContext *Context()
         FcConfig *config = FcConfigCreate();
         FcConfigParseAndLoadFromMemory(config,
                                        reinterpret_cast<const FcChar8 *>(FONT_CONFIGURATION),
-                                       FcTrue);
+                                       1);
         FcConfigBuildFonts(config);
         PangoFontMap *map = pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT);
         pango_fc_font_map_set_config(PANGO_FC_FONT_MAP(map), config);
@@ -131,7 +135,7 @@ static void Underline(cairo_t *cr, PangoLayout *layout, int byte)
     PangoRectangle at;
     pango_layout_index_to_pos(layout, byte, &at);
     int line = 0;
-    pango_layout_index_to_line_x(layout, byte, FALSE, &line, nullptr);
+    pango_layout_index_to_line_x(layout, byte, 0, &line, nullptr);
     cairo_rectangle(cr, PANGO_PIXELS(at.x), line * LINE_HEIGHT + BASE_LINE + 1,
                     std::max(PANGO_PIXELS(at.width) - 1, 2), 1);
     cairo_fill(cr);
@@ -247,6 +251,11 @@ int TextOffset(std::u16string_view text, size_t index)
     PangoRectangle at;
     pango_layout_index_to_pos(Layout(ToUtf8(text), 0, 0), byte, &at);
     return PANGO_PIXELS(at.x);
+}
+
+char32_t LowerCase(char32_t letter)
+{
+    return g_unichar_tolower(letter);
 }
 
 size_t TextIndexAt(std::u16string_view text, int x)

@@ -1,4 +1,6 @@
 // The text calls of device contexts, and the colours of the system.
+#include <utility>
+
 #include "platform/gdi/gdi.h"
 #include "platform/kernel/internal.h"
 
@@ -26,18 +28,16 @@ BOOL GetTextMetricsA(HDC hdc, TEXTMETRICA *lptm)
 {
     if (!DcOf(hdc) || !lptm)
         return FALSE;
-    *lptm = {.tmHeight = LINE_HEIGHT,
-             .tmAscent = BASE_LINE,
-             .tmDescent = LINE_HEIGHT - BASE_LINE,
-             .tmAveCharWidth = BASE_UNIT_X,
-             .tmMaxCharWidth = 2 * BASE_UNIT_X,
-             .tmWeight = 400,
-             .tmDigitizedAspectX = 96,
-             .tmDigitizedAspectY = 96,
-             .tmFirstChar = ' ',
-             .tmLastChar = 255,
-             .tmDefaultChar = '?',
-             .tmBreakChar = ' '};
+    *lptm = {};
+    lptm->tmHeight = LINE_HEIGHT;
+    lptm->tmAscent = BASE_LINE;
+    lptm->tmDescent = LINE_HEIGHT - BASE_LINE;
+    lptm->tmAveCharWidth = BASE_UNIT_X;
+    lptm->tmMaxCharWidth = 2 * BASE_UNIT_X;
+    lptm->tmWeight = 400;
+    lptm->tmFirstChar = lptm->tmBreakChar = ' ';
+    lptm->tmLastChar = 255;
+    lptm->tmDefaultChar = '?';
     return TRUE;
 }
 

@@ -43,9 +43,6 @@ struct AreaChoices {
 // Null when the source's rule is none of the known ones, or the record names no source.
 const AreaChoices *ChoicesOfSource(const DriverDevMode *lpDM, const DatFile &tables);
 
-// The first paper of this id, or null.
-const PaperRecord *FindPaper(const DatFile &tables, int nId);
-
 // ---- the items -------------------------------------------------------------------------------
 
 int32_t RangeOfCopies(const DriverDevMode *lpDM, void *lpRange);

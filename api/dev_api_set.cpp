@@ -9,6 +9,7 @@
 #include "datafile/margins.h"
 #include "datafile/mw.h"
 #include "datafile/queries.h"
+#include "datafile/tables.h"
 
 static_assert(sizeof(KVDDSETPAPER) == 8);
 
@@ -76,7 +77,9 @@ static int32_t TakeUserSize(DriverDevMode *lpDM, KVDDSETPAPER *lpWords)
 {
     const bool bApi = lpDM->dwApiFlag == 1;
     const SHORT sWidth = lpWords->wWidth;
-    const SHORT sLength = bApi && lpWords->wLength == 0 ? API_LENGTH : lpWords->wLength;
+    SHORT sLength = lpWords->wLength;
+    if (bApi && sLength == 0)
+        sLength = API_LENGTH;
     PaperSize largest, smallest;
     if (!Get_MaxPrintable(lpDM, &largest) || !Get_MinPrintable(lpDM, &smallest))
         return KVDD_NO_DATA;
@@ -123,20 +126,23 @@ int32_t SetPaper(DriverDevMode *lpDM, intptr_t lpValue)
 static void ChangePaper(DriverDevMode *lpDM, const DatFile &tables)
 {
     const DWORD dwMask = SourceMask(static_cast<DWORD>(lpDM->nBin));
-    const auto papers = std::span(tables.lpPapers).first(tables.nPapers);
-    const auto feeds = [dwMask](const PaperRecord &p) { return (p.wBinMask & dwMask) != 0; };
-    auto paper = std::ranges::find_if(
-        papers, [&](const PaperRecord &p) { return feeds(p) && p.wId == lpDM->dm.dmPaperSize; });
+    const auto isCurrent = [lpDM, dwMask](const PaperRecord &paper) {
+        return Supports(paper, dwMask) && paper.wId == lpDM->dm.dmPaperSize;
+    };
+    const auto papers = Papers(tables);
+    auto paper = std::ranges::find_if(papers, isCurrent);
     if (paper == papers.end())
-        paper = std::ranges::find_if(papers, feeds);
+        paper = std::ranges::find_if(
+            papers, [dwMask](const PaperRecord &p) { return Supports(p, dwMask); });
     if (paper != papers.end()) {
         lpDM->nPaper = static_cast<LONG>(paper - papers.begin());
         lpDM->dm.dmPaperSize = paper->wId;
     }
-    for (uint32_t i = 0; i < tables.nUserPaperUsed; ++i) {
-        const PaperRecord &slot = tables.lpUserPapers[i].paper;
-        if (feeds(slot) && slot.wId == lpDM->dm.dmPaperSize)
-            lpDM->nPaper = static_cast<LONG>(tables.nPapers + i);
+    LONG nSlot = static_cast<LONG>(tables.nPapers);
+    for (const UserPaperRecord &slot : UserPapersInUse(tables)) {
+        if (isCurrent(slot.paper))
+            lpDM->nPaper = nSlot;
+        ++nSlot;
     }
 }
 
@@ -145,9 +151,9 @@ static int32_t ChangeSourceAPI(DriverDevMode *lpDM)
     const LoadedTables tables = LoadTables(lpDM);
     if (!tables)
         return KVDD_OK; // the next load says so
-    const auto bins = std::span(tables->lpBins).first(tables->nBins);
-    const auto bin =
-        std::ranges::find(bins, static_cast<WORD>(lpDM->dm.dmDefaultSource), &BinRecord::wId);
+    const auto bins = Bins(*tables);
+    const auto bin = std::ranges::find_if(
+        bins, [lpDM](const BinRecord &b) { return IsSource(b.wId, lpDM->dm.dmDefaultSource); });
     if (bin == bins.end())
         return KVDD_NOT_ALLOWED;
     lpDM->nBin = static_cast<LONG>(bin - bins.begin());

@@ -37,11 +37,3 @@ const AreaChoices *ChoicesOfSource(const DriverDevMode *lpDM, const DatFile &tab
     const AreaChoices *lpChoices = std::ranges::find(aAreaChoices, wRule, &AreaChoices::wRule);
     return lpChoices != std::end(aAreaChoices) ? lpChoices : nullptr;
 }
-
-const PaperRecord *FindPaper(const DatFile &tables, int nId)
-{
-    const auto end = tables.lpPapers.begin() + tables.nPapers;
-    const auto paper = std::find_if(tables.lpPapers.begin(), end,
-                                    [nId](const PaperRecord &p) { return p.wId == nId; });
-    return paper != end ? &*paper : nullptr;
-}

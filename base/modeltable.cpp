@@ -81,8 +81,8 @@ void ReadSections(std::span<const BYTE> image)
 GlobalPtr<BYTE> ReadImage(LPCSTR lpPath, DWORD *lpcb)
 {
     *lpcb = 0;
-    const HANDLE hFile = CreateFileA(lpPath, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                                     FILE_ATTRIBUTE_NORMAL, nullptr);
+    HANDLE hFile = CreateFileA(lpPath, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                               FILE_ATTRIBUTE_NORMAL, nullptr);
     if (hFile == INVALID_HANDLE_VALUE)
         return nullptr;
     GlobalPtr<BYTE> image;

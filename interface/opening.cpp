@@ -31,7 +31,7 @@ Opening OpenModel(HANDLE hPrinter, OpenedPrinter *lpPrinter)
 
 Opening FillSettings(HANDLE hPrinter, OpenedPrinter *lpPrinter)
 {
-    const HGLOBAL lpRecord = lpPrinter->printerRecord.get();
+    HGLOBAL lpRecord = lpPrinter->printerRecord.get();
     const bool bFilled = KVGetRegDevmode(hPrinter, &lpPrinter->dm, lpRecord) ||
                          KVGetDefDevmode(&lpPrinter->dm, lpRecord, hPrinter);
     return bFilled ? Opening::Done : Opening::NoSettings;

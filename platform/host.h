@@ -25,7 +25,8 @@ namespace kvp
 
 // Of the machine that the layer plays. Every field has a value after FromEnvironment.
 struct Machine {
-    std::string strRoot;       // host directory that holds the drives: ROOT/c is C:\.
+    // Host directory that holds the drives: ROOT/c is C:\. Empty: there are only files in memory.
+    std::string strRoot;
     LANGID wLang = 0x0409;     // user language
     UINT uAnsiCodePage = 1252; // 932, 1250, 1252, ...
     int nMeasure = 0;          // 0 metric, 1 inch
@@ -47,7 +48,8 @@ KV_API std::optional<std::pair<DWORD, DWORD>> ParseVersion(std::string_view text
 KV_API void Configure(const Machine &machine);
 KV_API const Machine &CurrentMachine();
 
-// The host path of a DOS path on the machine, whether or not the file exists.
+// The host path of a DOS path on the machine, whether or not the file exists; empty when the path
+// leads out of the drives, or there are none on disk.
 KV_API std::string HostPath(std::string_view dosPath);
 
 // ---- files in memory (kernel) ---------------------------------------------------------------

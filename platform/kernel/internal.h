@@ -23,12 +23,15 @@ void CountLibrary(int by); // +1 loaded, -1 freed
 // The spooler's store is opened anew on its next use; for Configure.
 void ForgetStore();
 
-// A file found by name: a full DOS path, or a bare name looked for in the search order.
+// A file found by name: a full DOS path, or a bare name looked for in the search order. Names and
+// paths are UTF-8 here; a name that comes from a call in the ANSI code page goes through
+// AnsiToUtf8 first.
 struct FoundFile {
     std::string strDosPath;  // full
     std::string strHostPath; // empty when it is in memory
     std::shared_ptr<const std::vector<uint8_t>> memory;
 };
+// Sets the last error when it gives nothing.
 std::optional<FoundFile> FindFile(std::string_view name);
 // The whole file; nothing when it cannot be read.
 std::optional<std::vector<uint8_t>> ReadWhole(const FoundFile &file);

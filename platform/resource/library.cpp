@@ -8,6 +8,8 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -98,10 +100,13 @@ Library *FromHandle(HMODULE module)
     return nullptr;
 }
 
-// From now on its handle stands for none.
+// From now on its handle stands for none. Null when that is so already: a DllInitialize may free
+// its own module.
 std::unique_ptr<Library> TakeOut(const Library *library)
 {
     const auto at = std::ranges::find(Loaded(), library, &std::unique_ptr<Library>::get);
+    if (at == Loaded().end())
+        return nullptr;
     std::unique_ptr<Library> taken = std::move(*at);
     Loaded().erase(at);
     return taken;
@@ -179,7 +184,7 @@ bool OpenObject(Library &library, const std::string &hostPath, Failure &failure)
 
 void Close(std::unique_ptr<Library> library)
 {
-    if (library->object)
+    if (library && library->object)
         dlclose(library->object);
 }
 
@@ -188,9 +193,10 @@ void Close(std::unique_ptr<Library> library)
 HMODULE Attach(std::unique_ptr<Library> opened, const std::string &name, Failure &failure)
 {
     const Library *library = Loaded().emplace_back(std::move(opened)).get();
+    const HMODULE module = HandleOf(*library);
     if (Notify(*library, PROCESS_ATTACH)) {
         CountLibrary(1);
-        return HandleOf(*library);
+        return module;
     }
     Close(TakeOut(library));
     failure = {ERROR_DLL_INIT_FAILED, name + " refused to start"};
@@ -229,7 +235,8 @@ HMODULE LoadFile(const FoundFile &found, Failure &failure)
         return Open(HoldMemoryFile(found.memory), found.strDosPath, failure);
     auto file = MapFile(found.strHostPath);
     if (!file) {
-        failure = {ERROR_MOD_NOT_FOUND, "cannot open " + found.strHostPath};
+        failure = {ERROR_MOD_NOT_FOUND,
+                   "cannot open " + found.strHostPath + ": " + std::strerror(errno)};
         return nullptr;
     }
     return Open(std::move(file), found.strHostPath, failure);
@@ -290,7 +297,7 @@ HMODULE WINAPI LoadLibraryA(LPCSTR lpLibFileName)
     HMODULE module = nullptr;
     if (lpLibFileName && *lpLibFileName) {
         failure.error = kvp::ERROR_MOD_NOT_FOUND;
-        if (const auto found = kvp::FindFile(kvp::WithExtension(lpLibFileName)))
+        if (const auto found = kvp::FindFile(kvp::WithExtension(kvp::AnsiToUtf8(lpLibFileName))))
             module = kvp::LoadFile(*found, failure);
     }
     if (!module)

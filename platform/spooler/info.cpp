@@ -67,8 +67,9 @@ class Layout
     void *Append(const void *data, size_t cb, size_t alignment)
     {
         const size_t cbAt = (bytes.size() + alignment - 1) / alignment * alignment;
-        bytes.resize(cbAt + cb);
-        std::memcpy(bytes.data() + cbAt, data, cb);
+        const auto *from = static_cast<const uint8_t *>(data);
+        bytes.resize(cbAt);
+        bytes.insert(bytes.end(), from, from + cb);
         return reinterpret_cast<void *>(reinterpret_cast<uintptr_t>(pBuffer) + cbAt);
     }
 

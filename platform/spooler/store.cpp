@@ -445,8 +445,8 @@ std::string g_strRoot;
 
 std::shared_ptr<Store> CurrentStore()
 {
+    const std::string strRoot = CurrentMachine().strRoot; // before the lock: it takes its own
     const std::lock_guard guard(g_lock);
-    const std::string &strRoot = CurrentMachine().strRoot;
     if (!g_store || g_strRoot != strRoot) {
         g_store = std::make_shared<Store>(strRoot);
         g_strRoot = strRoot;

@@ -44,6 +44,7 @@ const struct {
 } aLookups[] = {
     {"the user's language, first record of the name", 0x0407, "Both", "DE"},
     {"a variant shares its language's section", 0x0C07, "Both", "DE"},
+    {"a language that shares but a byte with German: English", 0x0107, "Both", "EN"},
     {"English", 0x0409, "Both", "EN"},
     {"no section for the user: English", 0x0411, "Both", "EN"},
     {"another case is another name: English", 0x0407, "OnlyEnglish", "ENONLY"},

@@ -121,7 +121,7 @@ TEST_F(Printer, NothingIsLearntFromAHandleThatIsNone)
 TEST_F(Printer, AFailureHalfwayIsAResultAndLeaksNothing)
 {
     OpenQueue queue("Office", "KORVA");
-    const HANDLE hPrinter = queue.hPrinter;
+    HANDLE hPrinter = queue.hPrinter;
     DriverDevMode dm{};
     dm.dm.dmDriverVersion = KV_DRIVERVERSION;
     ASSERT_TRUE(KVSetPrinterData(hPrinter, &dm));

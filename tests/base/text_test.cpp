@@ -31,6 +31,7 @@ const struct {
     {"ASCII that Shift-JIS could take for yen and overline", 932, u"a\\b~", "a\\b~"},
     {"Latin", 1252, u"D\u00FCsseldorf \u20AC", "D\xFCsseldorf \x80"},
     {"two bytes a character", 932, u"A\u30AB\u30E9\u30FC", "A\x83\x4A\x83\x89\x81\x5B"},
+    {"a sign of Latin, but of two bytes", 932, u"\u00B0", "\x81\x8B"},
     {"one byte kana", 932, u"\uFF76\uFF97", "\xB6\xD7"},
 };
 

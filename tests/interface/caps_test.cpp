@@ -122,14 +122,22 @@ TEST_F(Capabilities, OtherQueriesAreNotAnsweredAndWriteNothing)
     }
 }
 
-// Cut so that its printer record is not whole, the .dat still has its papers and its template.
-TEST_F(Capabilities, AModelWithoutPrinterRecordHasNoCopiesButPapers)
+TEST_F(Capabilities, AModelWithoutPrinterRecordHasNoCopies)
 {
     Start();
     Bytes bytes = model.Dat();
     bytes.resize(bytes.size() - 1);
     kvp::PutMemoryFile(std::string(WINDOWS_DIR) + "KVA.dat", bytes);
     EXPECT_EQ(Ask(DC_COPIES), NO_ANSWER);
+    EXPECT_EQ(Ask(DC_ORIENTATION), 270u);
+    EXPECT_THAT(BoxesShown(), IsEmpty());
+}
+
+TEST_F(Capabilities, ANegativeModelIdentifierHidesNothing)
+{
+    model.printer.sModelId = -1;
+    Start();
+    EXPECT_EQ(Ask(DC_COPIES), 99u);
     EXPECT_THAT(List<WORD>(DC_PAPERS), ElementsAre(9, 1, 256));
 }
 

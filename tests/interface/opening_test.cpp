@@ -71,7 +71,7 @@ TEST_F(OpeningFails, EachEntryPointHasItsOwnAnswer)
         InstallFiles();
         row.spoil(model);
         const OpenQueue spoilt("Spoilt", row.driver ? row.driver : "none");
-        const HANDLE h = row.driver ? spoilt.hPrinter : nullptr;
+        HANDLE h = row.driver ? spoilt.hPrinter : nullptr;
         PlacedRecord out;
         EXPECT_EQ(driver.DrvDocumentProperties(nullptr, h, nullptr, out.Get(), nullptr, DM_COPY),
                   row.expected.lDocument);

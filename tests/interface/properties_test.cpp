@@ -141,7 +141,7 @@ TEST_F(Properties, ASheetThatCannotBeShownLeavesTheOutput)
     EXPECT_EQ(out.Content(), BytesOf(in));
     EXPECT_TRUE(out.GuardsHold());
     EXPECT_THAT(BoxesShown(), IsEmpty());
-    EXPECT_EQ(kvp::CurrentlyHeld().nLibraries, 0u);
+    EXPECT_EQ(kvp::CurrentlyHeld().nLibraries, 1u) << "the driver itself";
 }
 
 TEST_F(Properties, WithoutAnOutputRecordAdvancedAnswersZero)
@@ -187,6 +187,22 @@ TEST_F(Properties, ASecondSheetIsRefusedWhileOneIsOpen)
     EXPECT_EQ(nBoxes, 1) << "the second one was not even begun";
     results.push_back(Document(&out, nullptr, DM_COPY | DM_PROMPT));
     EXPECT_EQ(nBoxes, 2) << "the next one is";
+}
+
+// Whatever became of the sheet, the MW data is chosen anew: from a .dat that is gone by then.
+TEST_F(Properties, AfterASheetTheMWDataIsReadAgain)
+{
+    Start();
+    kvp::PutAbsentFile(std::string(DRIVER_DIR) + "KVUI.DLL");
+    std::vector<std::string> texts;
+    kvp::SetBoxHandler([&](const kvp::Box &box) {
+        kvp::PutAbsentFile(std::string(WINDOWS_DIR) + "KVA.dat");
+        texts.push_back(box.strText);
+        return 1;
+    });
+    DriverDevMode out;
+    EXPECT_EQ(Document(&out, nullptr, DM_COPY | DM_PROMPT), -1);
+    EXPECT_THAT(texts, ElementsAre(::testing::EndsWith(".DLL"), "File not found : KVA.dat"));
 }
 
 // ---- the printer as a whole -------------------------------------------------------------------
@@ -244,7 +260,7 @@ TEST_F(Properties, TheModelsMessageIsJoinedFromItsTexts)
     EXPECT_FALSE(aBoxes[0].bOwned);
     EXPECT_THAT(BoxesShown(), ElementsAre("KORVA A: Use the document settings\nto change paper and "
                                           "ink.\nFourth.\nLast."));
-    EXPECT_EQ(kvp::CurrentlyHeld().nLibraries, 0u);
+    EXPECT_EQ(kvp::CurrentlyHeld().nLibraries, 1u) << "the driver itself";
     EXPECT_EQ(kvp::CurrentlyHeld().nBlocks, 0u);
 }
 
@@ -270,7 +286,7 @@ TEST_F(Properties, EveryJobIsAccepted)
     Start();
     DriverDevMode garbage;
     std::memset(&garbage, 0xFF, sizeof garbage);
-    for (const HANDLE h : {hPrinter, HANDLE(nullptr)}) {
+    for (HANDLE h : {hPrinter, HANDLE(nullptr)}) {
         DWORD dwId = 77;
         EXPECT_EQ(driver.DevQueryPrint(h, &garbage, &dwId), TRUE);
         EXPECT_EQ(dwId, 0u);

@@ -1,6 +1,8 @@
 #include "tests/support/model_builder.h"
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 
 #include "platform/host.h"
 #include "tests/support/machine.h"
@@ -12,7 +14,7 @@ template <class Record>
 void Append(Bytes &bytes, const Record &record)
 {
     const auto *from = reinterpret_cast<const uint8_t *>(&record);
-    bytes.insert(bytes.end(), from, from + sizeof(Record));
+    std::copy(from, from + sizeof(Record), std::back_inserter(bytes));
 }
 
 template <class Record>
@@ -124,7 +126,7 @@ Bytes Model::Dat() const
     Bytes tail = printerTail;
     tail.resize(cbTail);
     Append(bytes, printer);
-    bytes.insert(bytes.end(), tail.begin(), tail.end());
+    std::copy(tail.begin(), tail.end(), std::back_inserter(bytes));
     return bytes;
 }
 

@@ -1,0 +1,251 @@
+// What the driver costs, in one table. Work with files is given in multiples of the floor: opening,
+// reading whole and closing the model's three files with plain system calls, measured in the same
+// run, so that the limits mean the same on every machine.
+//
+//   kv_bench [--check] [options of the benchmark library]
+//
+// With --check the exit status is 1 when a limit is broken.
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <functional>
+#include <limits>
+#include <map>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include "datafile/loader.h"
+#include "tests/support/alloc_count.h"
+#include "tests/support/driver.h"
+#include "tests/support/large_model.h"
+#include "tests/support/syscall_count.h"
+
+namespace
+{
+
+constexpr const char *MODEL = "KORVA One";
+constexpr const char *BASE = "KV1";
+
+// A machine on disk with the large model, removed at the end.
+struct BenchMachine {
+    BenchMachine()
+    {
+        std::string pattern = (std::filesystem::temp_directory_path() / "kvbench.XXXXXX").string();
+        if (!mkdtemp(pattern.data()))
+            std::abort();
+        machine.strRoot = pattern;
+        kvp::Configure(machine);
+        InstallOnDisk(LargeModel(), BASE, SYSTEM_DIR);
+        PutOnDisk(std::string(SYSTEM_DIR) + "kv_model.dat",
+                  ModelTableBytes({{9, {MakeModelRecord(MODEL, BASE)}}}));
+    }
+    ~BenchMachine()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(machine.strRoot, ignored);
+    }
+    BenchMachine(const BenchMachine &) = delete;
+    BenchMachine &operator=(const BenchMachine &) = delete;
+
+    kvp::Machine machine;
+};
+
+#pragma pack(push, 1)
+struct Caller {
+    KVDDBLOCK block;
+    DriverDevMode record;
+};
+#pragma pack(pop)
+
+enum class Unit { Floors, Nanoseconds };
+
+struct Row {
+    std::string name;
+    std::function<void()> act;
+    Unit unit;
+    double limit;
+    long mostCalls;       // system calls, -1: any
+    long mostAllocations; // -1: any; what is made is always freed again
+};
+
+// ---- what is measured ------------------------------------------------------------------------
+
+void ReadWhole(const std::string &path)
+{
+    static std::array<char, 0x10000> buffer;
+    const int file = open(path.c_str(), O_RDONLY);
+    if (file < 0 || read(file, buffer.data(), buffer.size()) <= 0)
+        std::abort();
+    close(file);
+}
+
+std::function<void()> Floor()
+{
+    std::array<std::string, 3> paths;
+    const char *const suffixes[] = {".dat", ".cfg", ".ucf"};
+    for (size_t i = 0; i < paths.size(); ++i)
+        paths[i] = kvp::HostPath(std::string(SYSTEM_DIR) + BASE + suffixes[i]);
+    return [paths] {
+        for (const std::string &path : paths)
+            ReadWhole(path);
+    };
+}
+
+void AddItemRows(std::vector<Row> &rows, const LoadedDriver &driver, Caller &caller)
+{
+    for (const uint32_t item : {KVDD_COPIES, KVDD_ORIENTATION, KVDD_APIFLAG}) {
+        rows.push_back({fmt::format("KVDD_GetData {}", item),
+                        [&driver, &caller, item] {
+                            int16_t word = 0;
+                            benchmark::DoNotOptimize(driver.KVDD_GetData(&caller, item, &word));
+                        },
+                        Unit::Nanoseconds, 30, 0, 0});
+        rows.push_back({fmt::format("KVDD_SetData {}", item),
+                        [&driver, &caller, item] {
+                            benchmark::DoNotOptimize(driver.KVDD_SetData(&caller, item, 1));
+                        },
+                        Unit::Nanoseconds, 120, 0, 0});
+    }
+}
+
+std::vector<Row> Rows(const LoadedDriver &driver, HANDLE hPrinter, Caller &caller)
+{
+    std::vector<Row> rows;
+    rows.push_back({"floor", Floor(), Unit::Floors, 1.0, -1, -1});
+    rows.push_back({"Get_DATFile, Free_DATFile",
+                    [&caller] {
+                        if (!Get_DATFile(&caller.record))
+                            std::abort();
+                        Free_DATFile(&caller.record);
+                    },
+                    Unit::Floors, 2.0, 14, -1});
+    rows.push_back({"DrvDeviceCapabilities, papers",
+                    [&driver, hPrinter] {
+                        std::array<WORD, 64> papers;
+                        if (driver.DrvDeviceCapabilities(hPrinter, nullptr, DC_PAPERS,
+                                                         papers.data(), nullptr) == 0)
+                            std::abort();
+                    },
+                    Unit::Floors, 30, -1, -1});
+    AddItemRows(rows, driver, caller);
+    return rows;
+}
+
+// ---- measuring -------------------------------------------------------------------------------
+
+// Many short runs in random order, of which the best counts: it met no other program.
+constexpr int REPETITIONS = 150;
+constexpr double SECONDS_EACH = 0.001;
+
+// Keeps the best time of every row and prints nothing.
+class BestTimes : public benchmark::BenchmarkReporter
+{
+  public:
+    bool ReportContext(const Context &) override { return true; }
+    void ReportRuns(const std::vector<Run> &runs) override
+    {
+        for (const Run &run : runs) {
+            if (run.run_type != Run::RT_Iteration)
+                continue;
+            const auto [it, isNew] =
+                best.try_emplace(run.run_name.function_name, std::numeric_limits<double>::max());
+            it->second = std::min(it->second, run.GetAdjustedRealTime());
+        }
+    }
+    std::map<std::string, double> best; // nanoseconds
+};
+
+struct Counts {
+    long calls, allocations, left;
+};
+
+Counts CountsOf(const Row &row)
+{
+    row.act(); // what is kept from now on is kept
+    const auto calls = SystemCallsOf(row.act);
+    const Allocations before = AllocationsSoFar();
+    row.act();
+    const Allocations after = AllocationsSoFar();
+    return {calls ? static_cast<long>(calls->size()) : -1, after.made - before.made,
+            after.held - before.held};
+}
+
+// One line of the table; whether the row keeps its limits.
+bool Report(const Row &row, double nanoseconds, double floor, const Counts &counts)
+{
+    const double value = row.unit == Unit::Floors ? nanoseconds / floor : nanoseconds;
+    const bool kept = value <= row.limit && (row.mostCalls < 0 || counts.calls <= row.mostCalls) &&
+                      (row.mostAllocations < 0 || counts.allocations <= row.mostAllocations) &&
+                      counts.left == 0;
+    fmt::print("{:<30} {:>10.1f} {:>8.2f} {:<6} {:>6.1f} {:>6.2f} {:>6} {:>6} {:>5}  {}\n",
+               row.name, nanoseconds, value, row.unit == Unit::Floors ? "floors" : "ns", row.limit,
+               value / row.limit, counts.calls, counts.allocations, counts.left,
+               kept ? "" : "over its limit");
+    return kept;
+}
+
+bool Measure(const std::vector<Row> &rows)
+{
+    for (const Row &row : rows)
+        benchmark::RegisterBenchmark(row.name.c_str(),
+                                     [&row](benchmark::State &state) {
+                                         for ([[maybe_unused]] auto _ : state)
+                                             row.act();
+                                     })
+            ->Repetitions(9)
+            ->MinTime(0.05);
+    BestTimes times;
+    benchmark::RunSpecifiedBenchmarks(&times);
+    fmt::print("{:<30} {:>10} {:>15} {:>6} {:>6} {:>6} {:>6} {:>5}\n", "", "ns", "value", "limit",
+               "ratio", "calls", "allocs", "left");
+    bool allKept = true;
+    for (const Row &row : rows)
+        if (const auto time = times.best.find(row.name); time != times.best.end())
+            allKept &= Report(row, time->second, times.best["floor"], CountsOf(row));
+    return allKept;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    bool check = false;
+    std::vector<char *> arguments = {argv[0]};
+    std::string interleaved = "--benchmark_enable_random_interleaving=true";
+    arguments.push_back(interleaved.data());
+    for (int i = 1; i < argc; ++i)
+        if (std::strcmp(argv[i], "--check") == 0)
+            check = true;
+        else
+            arguments.push_back(argv[i]);
+    int count = static_cast<int>(arguments.size());
+    benchmark::Initialize(&count, arguments.data());
+    if (benchmark::ReportUnrecognizedArguments(count, arguments.data()))
+        return 2;
+
+    const BenchMachine machine;
+    LoadedDriver driver;
+    if (!driver.Load() || LoadDataFile() == 0)
+        return 2;
+    const OpenQueue queue("Bench", MODEL);
+    Caller caller{};
+    caller.block.sDistance = sizeof(KVDDBLOCK);
+    const std::u16string model = kvp::ToWide(MODEL);
+    std::memcpy(caller.record.wszModelName, model.data(), 2 * model.size());
+    if (!queue.hPrinter || driver.KVDD_GetOrgDevMode(nullptr, &caller.record) != 1)
+        return 2;
+    // The layer believes a listing of a directory once nothing has changed there for a while.
+    std::this_thread::sleep_for(std::chrono::seconds(3));
+    const bool kept = Measure(Rows(driver, queue.hPrinter, caller));
+    FreeDataFile();
+    return check && !kept ? 1 : 0;
+}

@@ -1,0 +1,216 @@
+// kvhost: starts the driver as a spooler and applications do, from a command line.
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include "host/commands.h"
+#include "host/failure.h"
+#include "platform/host.h"
+
+namespace
+{
+// ---- the machine ----------------------------------------------------------------------------
+
+// Options that set a variable of the same meaning for this run.
+struct MachineOption {
+    const char *lpszOption, *lpszVariable, *lpszHelp;
+    bool bNeedsWindow;
+    std::string strValue{};
+};
+
+std::array aMachineOptions = {
+    MachineOption{"--root", "KV_ROOT", "directory that holds the machine's drives", false},
+    MachineOption{"--lang", "KV_LANG", "user's language: de_DE, or 0x0407", false},
+    MachineOption{"--acp", "KV_ACP", "ANSI code page: 1252, 932, ...", false},
+    MachineOption{"--measure", "KV_MEASURE", "0 metric, 1 inch", false},
+    MachineOption{"--os", "KV_OSVERSION", "system version that is reported: 3.51", false},
+    MachineOption{"--transcript", "KV_TRANSCRIPT", "file for what was shown and done", false},
+    MachineOption{"--display", "KV_DISPLAY", "sdl or headless (no windows yet)", true},
+    MachineOption{"--scale", "KV_SCALE", "1 to 4 (no windows yet)", true},
+    MachineOption{"--script", "KV_SCRIPT", "plays the user (no windows yet)", true},
+    MachineOption{"--shots", "KV_SHOTS", "folder for pictures (no windows yet)", true},
+};
+
+// The layer's messages name its variables; who gave an option gets that named.
+std::string InOptionTerms(std::string message)
+{
+    for (const MachineOption &option : aMachineOptions) {
+        const size_t nAt = message.find(option.lpszVariable);
+        if (!option.strValue.empty() && nAt != std::string::npos)
+            message.replace(nAt, std::string_view(option.lpszVariable).size(), option.lpszOption);
+    }
+    return message;
+}
+
+void SetUpMachine()
+{
+    for (const MachineOption &option : aMachineOptions) {
+        if (option.strValue.empty())
+            continue;
+        if (option.bNeedsWindow)
+            throw Failure(EXIT_USAGE, fmt::format("{} has nothing to act on: this version shows no "
+                                                  "windows, leave it out",
+                                                  option.lpszOption));
+        setenv(option.lpszVariable, option.strValue.c_str(), 1);
+    }
+    try {
+        kvp::Configure(kvp::FromEnvironment());
+    } catch (const std::invalid_argument &wrong) {
+        throw Failure(EXIT_USAGE, InOptionTerms(wrong.what()));
+    }
+}
+
+// ---- the commands ---------------------------------------------------------------------------
+
+void AddPrinterOption(CLI::App &command, Request &request)
+{
+    command.add_option("-p,--printer", request.strPrinter, "the printer's name")->required();
+}
+
+void AddJsonOption(CLI::App &command, Request &request)
+{
+    command.add_flag("--json", request.bJson, "for programs");
+}
+
+void AddInOption(CLI::App &command, Request &request)
+{
+    command.add_option("--in", request.strIn, "file with a settings record to merge");
+}
+
+void AddOutOption(CLI::App &command, Request &request)
+{
+    command.add_option("--out", request.strOut, "file that receives the settings record");
+}
+
+void TakeAddPrinter(CLI::App &command, Request &request)
+{
+    command.add_option("NAME", request.strPrinter, "name of the new printer")->required();
+    command.add_option("--driver", request.strModel, "its driver's name, the model")->required();
+}
+
+void TakeRemovePrinter(CLI::App &command, Request &request)
+{
+    command.add_option("NAME", request.strPrinter, "the printer's name")->required();
+}
+
+void TakeSettings(CLI::App &command, Request &request)
+{
+    AddPrinterOption(command, request);
+    AddInOption(command, request);
+    AddOutOption(command, request);
+    AddJsonOption(command, request);
+    CLI::Option *pQuiet =
+        command.add_flag("--no-prompt", request.bNoPrompt, "without the settings sheet");
+    command.add_flag("--advanced", request.bAdvanced, "through the always-prompting entry point")
+        ->excludes(pQuiet);
+}
+
+void TakeCapabilities(CLI::App &command, Request &request)
+{
+    AddPrinterOption(command, request);
+    command.add_option("QUERY", request.aQueries, "papers, bins, ...; all without one");
+    AddInOption(command, request);
+    AddJsonOption(command, request);
+}
+
+void TakeItem(CLI::App &command, Request &request)
+{
+    AddPrinterOption(command, request);
+    command.add_option("ACTION", request.strAction, "get, set, range or level")
+        ->required()
+        ->check(CLI::IsMember({"get", "set", "range", "level"}));
+    command.add_option("ITEM", request.strItem, "number or name; all without one");
+    command.add_option("VALUE", request.aValues, "what to set");
+    AddInOption(command, request);
+    AddOutOption(command, request);
+    AddJsonOption(command, request);
+}
+
+void TakeDefault(CLI::App &command, Request &request)
+{
+    AddPrinterOption(command, request);
+    CLI::Option *pIn = command.add_option("--in", request.strIn, "file with the record to keep");
+    CLI::Option *pClear = command.add_flag("--clear", request.bClear, "keep none any more");
+    AddOutOption(command, request);
+    AddJsonOption(command, request);
+    pClear->excludes(pIn);
+    pClear->excludes(command.get_option("--out"));
+}
+
+void TakeShow(CLI::App &command, Request &request)
+{
+    command.add_option("FILE", request.strFile, "file with a settings record")->required();
+    AddJsonOption(command, request);
+}
+
+constexpr struct {
+    const char *lpszName, *lpszHelp;
+    void (*take)(CLI::App &, Request &); // declares its arguments
+    int (*run)(const Request &);
+} aCommands[] = {
+    {"add-printer", "adds a printer", TakeAddPrinter, AddPrinter},
+    {"remove-printer", "removes a printer", TakeRemovePrinter, RemovePrinter},
+    {"printers", "lists the printers", AddJsonOption, ListPrinters},
+    {"settings", "a document's settings", TakeSettings, ShowSettings},
+    {"caps", "what a printer can do", TakeCapabilities, ShowCapabilities},
+    {"item", "gets and sets single settings", TakeItem, WorkOnItem},
+    {"default", "the record kept for a printer", TakeDefault, WorkOnDefault},
+    {"properties", "a printer's properties", AddPrinterOption, ShowProperties},
+    {"show", "a settings record from a file", TakeShow, ShowFile},
+};
+
+int Run(CLI::App &app, Request &request, int argc, char **argv)
+{
+    app.fallthrough();
+    for (MachineOption &option : aMachineOptions)
+        app.add_option(option.lpszOption, option.strValue, option.lpszHelp)->group("Machine");
+    for (const auto &command : aCommands)
+        command.take(*app.add_subcommand(command.lpszName, command.lpszHelp), request);
+    app.parse(argc, argv);
+    if (app.get_subcommands().empty())
+        throw Failure(EXIT_USAGE, "no command: \"kvhost --help\" lists them");
+    SetUpMachine();
+    for (const auto &command : aCommands)
+        if (app.got_subcommand(command.lpszName))
+            return command.run(request);
+    return EXIT_USAGE;
+}
+
+int Report(int status, const std::string &line)
+{
+    std::fflush(stdout);
+    fmt::print(stderr, "kvhost: {}\n", line);
+    return status;
+}
+
+// The parser's own statuses are of no use to a caller; help is the only one that is no mistake.
+int ReportParse(const CLI::App &app, const CLI::ParseError &error)
+{
+    if (error.get_exit_code() == 0)
+        return app.exit(error);
+    return Report(EXIT_USAGE,
+                  fmt::format("{}; \"kvhost --help\" tells how it is used", error.what()));
+}
+} // namespace
+
+int main(int argc, char **argv)
+{
+    CLI::App app("Plays spooler and application for the printer driver", "kvhost");
+    Request request;
+    int nStatus = EXIT_DONE;
+    try {
+        nStatus = Run(app, request, argc, argv);
+    } catch (const CLI::ParseError &error) {
+        nStatus = ReportParse(app, error);
+    } catch (const Failure &failure) {
+        nStatus = Report(failure.nStatus, failure.what());
+    } catch (const std::exception &error) {
+        nStatus = Report(EXIT_REFUSED, error.what());
+    }
+    if (std::fflush(stdout) != 0 || std::ferror(stdout))
+        return Report(EXIT_REFUSED, "the output cannot be written: give it a place with room");
+    return nStatus;
+}

@@ -1,0 +1,90 @@
+// Blocks: fixed ones only, so that a handle is the block's address, and memory below 4 GiB.
+#include <sys/mman.h>
+
+#include <cstdlib>
+
+#include "platform/kernel/counts.h"
+#include "platform/kernel/errors.h"
+#include "platform/kernel/internal.h"
+
+namespace
+{
+
+// A process of the machine played has 2 GiB of its own: no block is larger.
+constexpr size_t LARGEST_BLOCK = 0x7FFF0000;
+constexpr uintptr_t FOUR_GIB = 0x100000000;
+
+void *AllocBlock(UINT uFlags, size_t cb)
+{
+    const bool bZero = (uFlags & GMEM_ZEROINIT) != 0;
+    if (kvp::ShouldFail(kvp::Call::Alloc) || cb > LARGEST_BLOCK)
+        return kvp::Fail<void *>(kvp::ERROR_NOT_ENOUGH_MEMORY, nullptr);
+    if (uFlags & ~GMEM_ZEROINIT)
+        return kvp::Fail<void *>(ERROR_INVALID_PARAMETER, nullptr);
+    const size_t cbAsked = cb ? cb : 1; // an empty block has an address too
+    void *pBlock = bZero ? std::calloc(1, cbAsked) : std::malloc(cbAsked);
+    if (!pBlock)
+        return kvp::Fail<void *>(kvp::ERROR_NOT_ENOUGH_MEMORY, nullptr);
+    if (!bZero)
+        kvp::SpoilRest(pBlock, cb);
+    kvp::g_nBlocks.fetch_add(1, std::memory_order_relaxed);
+    return pBlock;
+}
+
+void *FreeBlock(void *pBlock)
+{
+    if (pBlock)
+        kvp::g_nBlocks.fetch_sub(1, std::memory_order_relaxed);
+    std::free(pBlock);
+    return nullptr;
+}
+
+} // namespace
+
+HGLOBAL WINAPI GlobalAlloc(UINT uFlags, size_t dwBytes)
+{
+    return AllocBlock(uFlags, dwBytes);
+}
+
+HGLOBAL WINAPI GlobalFree(HGLOBAL hMem)
+{
+    return FreeBlock(hMem);
+}
+
+HLOCAL WINAPI LocalAlloc(UINT uFlags, size_t uBytes)
+{
+    static_assert(GMEM_ZEROINIT == LMEM_ZEROINIT && GMEM_FIXED == LMEM_FIXED);
+    return AllocBlock(uFlags, uBytes);
+}
+
+HLOCAL WINAPI LocalFree(HLOCAL hMem)
+{
+    return FreeBlock(hMem);
+}
+
+// An address given to mmap is a wish: it is granted where the range is free, so the low range is
+// walked in steps until a wish is.
+void *kvp::AllocLow(size_t bytes)
+{
+    constexpr uintptr_t FIRST = 0x10000000, STEP = 0x1000000;
+    if (bytes == 0 || bytes > FOUR_GIB - FIRST)
+        return nullptr;
+    for (uintptr_t uWish = FIRST; uWish + bytes <= FOUR_GIB; uWish += STEP) {
+        void *pBlock = mmap(reinterpret_cast<void *>(uWish), bytes, PROT_READ | PROT_WRITE,
+                            MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (pBlock == MAP_FAILED)
+            return nullptr;
+        if (reinterpret_cast<uintptr_t>(pBlock) + bytes <= FOUR_GIB) {
+            SpoilRest(pBlock, bytes);
+            return pBlock;
+        }
+        munmap(pBlock, bytes);
+    }
+    return nullptr;
+}
+
+void kvp::FreeLow(void *block, size_t bytes)
+{
+    if (block)
+        munmap(block, bytes);
+}

@@ -1,0 +1,215 @@
+// The choice of a row of the MW table, and its refresh in a record.
+#include "tests/datafile/model_test.h"
+
+#include <algorithm>
+#include <climits>
+
+#include "datafile/mw.h"
+
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+namespace
+{
+
+constexpr int32_t ANY = 99;
+
+// A row for 360 x 360 dpi without scaling; its keys in the data are 5 and 5 unless given.
+MWRecord Row(int32_t source, int32_t media, int32_t ink, int32_t data2 = 5, int32_t data3 = 5)
+{
+    return {360, 360, 360, 360, source, media, ink, {0, 0, data2, data3}};
+}
+
+MWRecord Scaled(int32_t y, int32_t x, int32_t y2, int32_t x2)
+{
+    return {y, x, y2, x2, ANY, ANY, ANY, {}};
+}
+
+MWKey Key(WORD flags = 0, LONG source = 7, SHORT ink = 1)
+{
+    return {360, 360, 0, 10, ink, source, flags};
+}
+
+int Chosen(const std::vector<MWRecord> &rows, const MWKey &key)
+{
+    const MWRecord *row = ChooseMWRow(rows, key);
+    return row ? static_cast<int>(row - rows.data()) : -1;
+}
+
+const MWRecord PARTICULAR = Row(ANY, 10, 1);
+const MWRecord BY_SOURCE = Row(7, ANY, ANY);
+const MWRecord BY_FLAGS = Row(ANY, ANY, ANY, 0, 0);
+const MWRecord FOR_ALL = Row(ANY, ANY, ANY, 5, 5);
+
+class MWTest : public ModelTest
+{
+  public:
+    void SetUp() override
+    {
+        ModelTest::SetUp();
+        Install();
+        dm.lResX = dm.lResY = 360;
+        std::memset(dm.adwMWData, 0xFF, sizeof dm.adwMWData);
+    }
+    std::vector<int32_t> Data() const
+    {
+        std::vector<int32_t> data(8);
+        std::memcpy(data.data(), dm.adwMWData, sizeof dm.adwMWData);
+        return data;
+    }
+};
+
+} // namespace
+
+TEST(MWRow, TheMostParticularSearchThatFindsOneDecides)
+{
+    static const struct {
+        const char *why;
+        std::vector<MWRecord> rows;
+        MWKey key;
+        int nRow;
+    } aRows[] = {
+        {"no rows", {}, Key(), -1},
+        {"media and ink, although last", {FOR_ALL, BY_FLAGS, BY_SOURCE, PARTICULAR}, Key(), 3},
+        {"then the source", {FOR_ALL, BY_FLAGS, BY_SOURCE}, Key(), 2},
+        {"then the flags", {FOR_ALL, BY_FLAGS}, Key(), 1},
+        {"then anything", {Row(8, ANY, ANY), FOR_ALL}, Key(), 1},
+        {"the first of equals", {BY_SOURCE, BY_SOURCE}, Key(), 0},
+        {"media and ink for one source is no row for all", {Row(7, 10, 1)}, Key(), -1},
+        {"another ink", {Row(ANY, 10, 0)}, Key(), -1},
+        {"another media", {Row(ANY, 11, 1)}, Key(), -1},
+        {"a source row must be for any ink", {Row(7, ANY, 1)}, Key(), -1},
+        {"an ink of 16 bits has a sign", {Row(ANY, 10, -1)}, Key(0, 7, -1), 0},
+    };
+    for (const auto &row : aRows) {
+        SCOPED_TRACE(row.why);
+        EXPECT_EQ(Chosen(row.rows, row.key), row.nRow);
+    }
+}
+
+TEST(MWRow, FlagsAreMatchedByTheDataTheyGive)
+{
+    static const struct {
+        const char *why;
+        WORD wFlags;
+        int32_t data2, data3;
+        bool bByFlags;
+    } aRows[] = {
+        {"both off", 0, 0, 0, true},
+        {"the second may exceed", 0, 0, 7, true},
+        {"but not be negative", 0, 0, -1, false},
+        {"first on", 1, 1, 0, true},
+        {"first on, row off", 1, 0, 2, false},
+        {"first off, row on", 0, 1, 0, false},
+        {"second on", 2, 0, 2, true},
+        {"second on, row below", 2, 0, 1, false},
+        {"other options are nothing here", 0xFFFC, 0, 0, true},
+    };
+    for (const auto &row : aRows) {
+        SCOPED_TRACE(row.why);
+        const std::vector<MWRecord> rows = {Row(ANY, ANY, ANY, 77, 77),
+                                            Row(ANY, ANY, ANY, row.data2, row.data3)};
+        EXPECT_EQ(Chosen(rows, Key(row.wFlags)), row.bByFlags ? 1 : 0);
+    }
+}
+
+TEST(MWRow, SourcesAreComparedAs16Bits)
+{
+    static const struct {
+        const char *why;
+        int32_t lRow;
+        LONG lSource;
+        bool bFits;
+    } aRows[] = {
+        {"the same", 7, 7, true},
+        {"unsigned in the file, signed in the record", 0x8001, -32767, true},
+        {"signed in both", -32767, -32767, true},
+        {"given unsigned", -32767, 0x8001, true},
+        {"more than 16 bits in the file", 0x10007, 7, false},
+    };
+    for (const auto &row : aRows) {
+        SCOPED_TRACE(row.why);
+        EXPECT_EQ(Chosen({Row(row.lRow, ANY, ANY)}, Key(0, row.lSource)), row.bFits ? 0 : -1);
+    }
+}
+
+TEST(MWRow, DotScaleDoublesTheSecondResolutions)
+{
+    const std::vector<MWRecord> rows = {Scaled(720, 360, 720, 360), Scaled(720, 360, 720, 720),
+                                        Scaled(720, 360, 1440, 360), Scaled(720, 360, 1440, 720)};
+    for (const auto &[wScale, nRow] : {std::pair<WORD, int>{0, 0}, {1, 1}, {2, 2}, {3, 3}, {4, 0}})
+        EXPECT_EQ(Chosen(rows, {360, 720, wScale, 10, 1, 7, 0}), nRow) << wScale;
+    EXPECT_EQ(Chosen(rows, {720, 360, 0, 10, 1, 7, 0}), -1) << "x and y are not the same";
+    EXPECT_EQ(Chosen({Scaled(1, INT_MAX, 1, -2)}, {INT_MAX, 1, 1, 10, 1, 7, 0}), -1);
+}
+
+TEST(MWRow, PositionsFrom99OnAreNeverChosen)
+{
+    std::vector<MWRecord> rows(120, Row(8, 8, 8));
+    rows[98] = PARTICULAR;
+    EXPECT_EQ(Chosen(rows, Key()), 98);
+    std::swap(rows[98], rows[99]);
+    EXPECT_EQ(Chosen(rows, Key()), -1);
+    rows[110] = BY_SOURCE;
+    rows[50] = FOR_ALL;
+    EXPECT_EQ(Chosen(rows, Key()), 50);
+}
+
+TEST_F(MWTest, TheRecordsOwnValuesAreTheKey)
+{
+    model.mw = {{180, 360, 360, 720, ANY, 30, 1, {1, 1, 1, 1, 1, 1, 1, 1}},
+                {180, 360, 360, 720, 4, ANY, ANY, {2, 2, 2, 2, 2, 2, 2, 2}},
+                {180, 360, 360, 720, ANY, ANY, ANY, {3, 3, 1, 2, 3, 3, 3, 3}},
+                {180, 360, 360, 720, ANY, ANY, ANY, {4, 4, 0, 0, 4, 4, 4, 4}}};
+    model.header.wVersion = 257; // nobody asks here
+    Install();
+    dm.lResX = 360;
+    dm.lResY = 180;
+    dm.Settings.wDotScale = 3;
+    dm.Settings.wInk = 1;
+    dm.Settings.wFlags = 0xF;
+    dm.lMediaCode = 30;
+    dm.dm.dmDefaultSource = 4;
+    dm.nBin = 9; // the position is no source
+    DriverDevMode expected = dm;
+    const auto refreshed = [&] {
+        EXPECT_TRUE(GetMWData(&dm));
+        std::memcpy(expected.adwMWData, dm.adwMWData, sizeof dm.adwMWData);
+        EXPECT_EQ(BytesOf(dm), BytesOf(expected)) << "something else changed";
+        return Data();
+    };
+    EXPECT_THAT(refreshed(), Each(1));
+    dm.lMediaCode = expected.lMediaCode = 31;
+    EXPECT_THAT(refreshed(), Each(2));
+    dm.dm.dmDefaultSource = expected.dm.dmDefaultSource = 5;
+    EXPECT_THAT(refreshed(), ElementsAre(3, 3, 1, 2, 3, 3, 3, 3));
+    dm.Settings.wFlags = expected.Settings.wFlags = 0xC;
+    EXPECT_EQ(refreshed()[0], 4);
+    dm.Settings.wDotScale = expected.Settings.wDotScale = 1;
+    EXPECT_THAT(refreshed(), Each(0));
+    EXPECT_THAT(BoxesShown(), IsEmpty());
+}
+
+TEST_F(MWTest, WithoutTheTableTheOldDataStays)
+{
+    kvp::PutAbsentFile(DatPath());
+    EXPECT_FALSE(GetMWData(&dm));
+    EXPECT_THAT(BoxesShown(), ElementsAre(DAT_NOT_FOUND));
+    const Bytes dat = model.Dat();
+    for (size_t n = 0; n < dat.size(); ++n) {
+        PutDat(FirstBytes(dat, n));
+        EXPECT_FALSE(GetMWData(&dm)) << n;
+    }
+    EXPECT_THAT(Data(), Each(-1));
+    EXPECT_THAT(BoxesShown(), IsEmpty());
+    PutDat(dat);
+    const int nFailures = WithEachFailure(kvp::Call::Read, [&](int) {
+        std::memset(dm.adwMWData, 0xFF, sizeof dm.adwMWData);
+        if (GetMWData(&dm))
+            EXPECT_THAT(Data(), ElementsAre(1, 2, 3, 4, 5, 6, 7, 8));
+        else
+            EXPECT_THAT(Data(), Each(-1));
+    });
+    EXPECT_GT(nFailures, 0);
+}

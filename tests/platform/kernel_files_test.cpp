@@ -1,0 +1,322 @@
+// Reading and writing through handles, and what failures leave behind.
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <csignal>
+#include <utility>
+
+#include "platform/kernel/writer.h"
+#include "tests/platform/kernel_support.h"
+
+namespace fs = std::filesystem;
+
+namespace
+{
+
+std::string Pattern(size_t cb)
+{
+    std::string strBytes(cb, '\0');
+    for (size_t i = 0; i < cb; ++i)
+        strBytes[i] = static_cast<char>(i * 7 + i / 251);
+    return strBytes;
+}
+
+HANDLE AsHandle(HFILE hFile)
+{
+    return reinterpret_cast<HANDLE>(static_cast<intptr_t>(hFile));
+}
+
+} // namespace
+
+class KernelReading : public KernelFilesTest
+{
+  protected:
+    HFILE Open(const char *name, UINT uStyle = OF_READ) { return OpenFile(name, &of, uStyle); }
+};
+
+TEST_F(KernelReading, EverySizeIsReadAsItStands)
+{
+    for (const size_t cbFile : {0u, 1u, 65535u, 65536u, 65537u, 200000u}) {
+        const std::string strFile = Pattern(cbFile);
+        for (const bool bInMemory : {false, true}) {
+            SCOPED_TRACE(std::to_string(cbFile) + (bInMemory ? " in memory" : " on disk"));
+            bInMemory ? PutInMemory("C:\\kv.dat", strFile) : PutOnDisk("c/kv.dat", strFile);
+            EXPECT_EQ(Contents("kv.dat"), strFile);
+            const HFILE hFile = Open("kv.dat");
+            EXPECT_EQ(GetFileSize(AsHandle(hFile), nullptr), cbFile);
+            for (const size_t iFrom : {size_t{0}, cbFile / 2, size_t{65530}, size_t{3}, cbFile}) {
+                char ab[100];
+                EXPECT_EQ(_llseek(hFile, static_cast<LONG>(iFrom), FILE_BEGIN),
+                          static_cast<LONG>(iFrom));
+                const UINT cbRead = _lread(hFile, ab, sizeof ab);
+                const std::string strWanted =
+                    iFrom < cbFile ? strFile.substr(iFrom, sizeof ab) : std::string();
+                EXPECT_EQ(std::string(ab, cbRead), strWanted) << "from " << iFrom;
+                EXPECT_TRUE(
+                    std::all_of(ab + cbRead, ab + sizeof ab, [](char c) { return c == '\xAB'; }));
+            }
+            EXPECT_EQ(_lclose(hFile), 0);
+        }
+        kvp::ClearMemoryFiles();
+    }
+}
+
+TEST_F(KernelReading, SeeksGoAnywhereButBeforeTheStart)
+{
+    PutOnDisk("c/kv.dat", "0123456789");
+    const HFILE hFile = Open("kv.dat");
+    static const struct {
+        const char *why;
+        LONG lOffset;
+        int nOrigin;
+        LONG lResult;
+        const char *read;
+    } aSteps[] = {
+        {"from the start", 4, 0, 4, "4"},
+        {"on from where the read ended", 2, 1, 7, "7"},
+        {"back", -5, 1, 3, "3"},
+        {"before the start: nothing moves", -5, 1, -1, "4"},
+        {"from the end", -1, 2, 9, "9"},
+        {"to the end", 0, 2, 10, ""},
+        {"past the end", 90, 1, 100, ""},
+        {"as far as there is", 0x7FFFFFFF, 0, 0x7FFFFFFF, ""},
+        {"farther: nothing moves", 1, 1, -1, ""},
+        {"an origin that is none", 0, 3, -1, ""},
+        {"and back", 0, 0, 0, "0"},
+    };
+    for (const auto &step : aSteps) {
+        SCOPED_TRACE(step.why);
+        char c = 0;
+        EXPECT_EQ(_llseek(hFile, step.lOffset, step.nOrigin), step.lResult);
+        const UINT cbRead = _lread(hFile, &c, 1);
+        EXPECT_EQ(std::string(&c, cbRead), step.read);
+    }
+    _lclose(hFile);
+}
+
+TEST_F(KernelReading, WhatWasOpenedStaysWhateverBecomesOfTheFile)
+{
+    PutOnDisk("c/kv.dat", "as opened");
+    const HFILE hFile = Open("kv.dat");
+    PutOnDisk("c/kv.dat", "changed");
+    fs::remove(Host("c/kv.dat"));
+    char ab[9];
+    EXPECT_EQ(_lread(hFile, ab, sizeof ab), sizeof ab);
+    EXPECT_EQ(std::string(ab, sizeof ab), "as opened");
+    _lclose(hFile);
+}
+
+TEST_F(KernelReading, WrongHandlesAreRefused)
+{
+    PutOnDisk("c/kv.dat", "contents");
+    char ab[8];
+    DWORD cb = 0;
+    const HFILE hClosed = Open("kv.dat");
+    EXPECT_EQ(_lclose(hClosed), 0);
+    const HFILE hOpen = Open("kv.dat"); // in the place of the closed one
+    const HFILE hWriter = Open("new.dat", OF_CREATE | OF_WRITE);
+    for (const HFILE hFile : {hClosed, HFILE_ERROR, 0, 1, 4, Open("kv.dat", OF_EXIST)}) {
+        SCOPED_TRACE(hFile);
+        EXPECT_EQ(_lread(hFile, ab, 1), static_cast<UINT>(HFILE_ERROR));
+        EXPECT_EQ(_lwrite(hFile, ab, 1), static_cast<UINT>(HFILE_ERROR));
+        EXPECT_EQ(_llseek(hFile, 0, FILE_BEGIN), HFILE_ERROR);
+        EXPECT_EQ(GetFileSize(AsHandle(hFile), nullptr), INVALID_FILE_SIZE);
+        EXPECT_FALSE(ReadFile(AsHandle(hFile), ab, 1, &cb, nullptr));
+        SetLastError(0);
+        EXPECT_EQ(_lclose(hFile), HFILE_ERROR);
+        EXPECT_EQ(GetLastError(), 6u);
+    }
+    EXPECT_FALSE(CloseHandle(reinterpret_cast<HANDLE>(0x100000000 + hOpen)));
+    EXPECT_EQ(_lread(hWriter, ab, 1), static_cast<UINT>(HFILE_ERROR)) << "open for writing only";
+    EXPECT_EQ(GetLastError(), 5u);
+    EXPECT_EQ(_lwrite(hOpen, ab, 1), static_cast<UINT>(HFILE_ERROR)) << "open for reading only";
+    EXPECT_EQ(GetLastError(), 5u);
+    EXPECT_EQ(_lread(hOpen, nullptr, 1), static_cast<UINT>(HFILE_ERROR));
+    EXPECT_EQ(GetLastError(), 998u);
+    EXPECT_TRUE(ReadFile(AsHandle(hOpen), ab, 8, &cb, nullptr)) << "either family takes it";
+    EXPECT_EQ(std::string(ab, cb), "contents");
+    EXPECT_TRUE(CloseHandle(AsHandle(hOpen)));
+    EXPECT_EQ(_lclose(hWriter), 0);
+    EXPECT_EQ(kvp::CurrentlyHeld().nFiles, 0u);
+}
+
+TEST_F(KernelReading, AFullTableRefusesAndRecovers)
+{
+    PutInMemory("C:\\kv.dat", "x");
+    std::vector<HFILE> aOpen;
+    for (HFILE hFile = Open("kv.dat"); hFile != HFILE_ERROR; hFile = Open("kv.dat"))
+        aOpen.push_back(hFile);
+    EXPECT_EQ(GetLastError(), 4u);
+    EXPECT_EQ(kvp::CurrentlyHeld().nFiles, aOpen.size());
+    EXPECT_GE(aOpen.size(), 100u);
+    for (const HFILE hFile : aOpen)
+        EXPECT_EQ(_lclose(hFile), 0);
+    EXPECT_EQ(Contents("kv.dat"), "x");
+}
+
+TEST_F(KernelReading, OrderedFailuresComeOnceAndWhenOrdered)
+{
+    PutInMemory("C:\\kv.dat", "x");
+    char c = 0;
+    kvp::FailCall(kvp::Call::OpenFile, 1);
+    EXPECT_TRUE(Exists("kv.dat"));
+    EXPECT_FALSE(Exists("kv.dat"));
+    EXPECT_TRUE(Exists("kv.dat"));
+    EXPECT_EQ(kvp::CallsSeen(kvp::Call::OpenFile), 3);
+    kvp::FailCall(kvp::Call::OpenFile, 0);
+    EXPECT_EQ(CreateFileA("C:\\kv.dat", GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr),
+              INVALID_HANDLE_VALUE);
+    const HFILE hFile = Open("kv.dat");
+    kvp::FailCall(kvp::Call::Read, 0);
+    EXPECT_EQ(_lread(hFile, &c, 1), static_cast<UINT>(HFILE_ERROR));
+    EXPECT_EQ(_lread(hFile, &c, 1), 1u) << "the position has not moved";
+    kvp::FailCall(kvp::Call::Read, 0);
+    kvp::FailCall(kvp::Call::Read, -1);
+    EXPECT_EQ(_lread(hFile, &c, 1), 0u) << "cancelled";
+    kvp::FailCall(kvp::Call::Close, 0);
+    EXPECT_EQ(_lclose(hFile), HFILE_ERROR);
+    EXPECT_EQ(kvp::CurrentlyHeld().nFiles, 0u) << "a failed close gives the handle up";
+}
+
+class KernelWriting : public KernelFilesTest
+{
+  protected:
+    // Three writes, the second over the first's end; true when every call succeeded.
+    bool Save(const char *name, UINT uStyle)
+    {
+        const HFILE hFile = OpenFile(name, &of, uStyle);
+        if (hFile == HFILE_ERROR)
+            return false;
+        bool bDone = _lwrite(hFile, "new??", 5) == 5 && _llseek(hFile, -2, FILE_CURRENT) == 3;
+        bDone = _lwrite(hFile, " con", 4) == 4 && bDone;
+        bDone = _lwrite(hFile, "tents", 5) == 5 && bDone;
+        return _lclose(hFile) == 0 && bDone;
+    }
+    std::vector<std::string> NamesIn(const std::string &place) const
+    {
+        std::vector<std::string> aNames;
+        for (const auto &entry : fs::directory_iterator(Host(place)))
+            aNames.push_back(entry.path().filename());
+        return aNames;
+    }
+    static constexpr const char *UCF = "C:\\winnt35\\system32\\KV.ucf";
+    static constexpr const char *UCF_PLACE = "c/winnt35/system32/kv.UCF"; // in other case on disk
+};
+
+TEST_F(KernelWriting, TheNewFileTakesItsPlaceWhenItIsClosed)
+{
+    PutOnDisk(UCF_PLACE, "old");
+    fs::permissions(Host(UCF_PLACE), fs::perms::owner_read | fs::perms::owner_write);
+    const HFILE hFile = OpenFile(UCF, &of, OF_CREATE | OF_WRITE);
+    EXPECT_EQ(_lwrite(hFile, "new", 3), 3u);
+    EXPECT_EQ(GetFileSize(AsHandle(hFile), nullptr), 3u);
+    EXPECT_EQ(Contents(UCF), "old");
+    EXPECT_EQ(_lclose(hFile), 0);
+    EXPECT_EQ(Contents(UCF), "new");
+    EXPECT_EQ(NamesIn("c/winnt35/system32"), std::vector<std::string>{"kv.UCF"});
+    EXPECT_EQ(fs::status(Host(UCF_PLACE)).permissions(),
+              fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(KernelWriting, AnExistingFileKeepsWhatIsNotWrittenOver)
+{
+    PutOnDisk("c/winnt35/kv.dat", "0123456789abcdef");
+    EXPECT_TRUE(Save("KV.DAT", OF_WRITE)) << "found by search";
+    EXPECT_EQ(OnDisk("c/winnt35/kv.dat"), "new contentscdef");
+    const HFILE hFile = OpenFile("kv.dat", &of, OF_WRITE);
+    EXPECT_EQ(_llseek(hFile, 18, FILE_BEGIN), 18);
+    EXPECT_EQ(_lwrite(hFile, "!", 1), 1u);
+    EXPECT_EQ(_llseek(hFile, 1, FILE_CURRENT), 20);
+    EXPECT_EQ(_lwrite(hFile, nullptr, 0), 0u) << "sets the end";
+    EXPECT_EQ(_lclose(hFile), 0);
+    EXPECT_EQ(OnDisk("c/winnt35/kv.dat"), std::string("new contentscdef\0\0!\0", 20));
+}
+
+TEST_F(KernelWriting, WhatCannotBeWrittenIsRefusedAtOnce)
+{
+    static const struct {
+        const char *why, *name;
+        UINT uStyle;
+        DWORD dwError;
+    } aRows[] = {
+        {"no such file", "C:\\winnt35\\none.dat", OF_WRITE, 2},
+        {"no such file anywhere", "none.dat", OF_WRITE, 2},
+        {"no such directory", "C:\\none\\kv.dat", OF_CREATE, 3},
+        {"out of the drives", "C:\\..\\kv.dat", OF_CREATE, 3},
+        {"a directory", "C:\\winnt35", OF_CREATE, 5},
+        {"a drive", "C:\\", OF_CREATE, 5},
+        {"a style that is none", "kv.dat", OF_CREATE | 0x200, 87},
+    };
+    for (const auto &row : aRows) {
+        SCOPED_TRACE(row.why);
+        EXPECT_EQ(OpenFile(row.name, &of, row.uStyle), HFILE_ERROR);
+        EXPECT_EQ(GetLastError(), row.dwError);
+    }
+}
+
+TEST_F(KernelWriting, AnyFailedStepLeavesTheOldFileOrTheNewOneWhole)
+{
+    for (const kvp::Call call : {kvp::Call::OpenFile, kvp::Call::Write, kvp::Call::Close}) {
+        int nFailures = 0;
+        for (bool bSaved = false; !bSaved; ++nFailures) {
+            SCOPED_TRACE(std::to_string(static_cast<int>(call)) + ", " + std::to_string(nFailures));
+            PutOnDisk(UCF_PLACE, "old");
+            kvp::FailCall(call, nFailures);
+            bSaved = Save(UCF, OF_CREATE | OF_WRITE);
+            const bool bOrderUsed = kvp::CallsSeen(call) > nFailures;
+            kvp::FailCall(call, -1);
+            ASSERT_EQ(bSaved, !bOrderUsed) << "a failure is told, and nothing else fails";
+            const std::string strNow = OnDisk(UCF_PLACE);
+            EXPECT_TRUE(strNow == "new contents" || (strNow == "old" && !bSaved)) << strNow;
+            EXPECT_EQ(NamesIn("c/winnt35/system32").size(), 1u) << "nothing is left beside it";
+            EXPECT_EQ(kvp::CurrentlyHeld().nFiles, 0u);
+        }
+        // Three writes of the caller's, then bytes, sync, rename and the directory's sync.
+        EXPECT_GE(nFailures, call == kvp::Call::Write ? 8 : 2);
+    }
+}
+
+TEST_F(KernelWriting, ADiskThatIsFullLeavesTheOldFile)
+{
+    PutOnDisk(UCF_PLACE, "old");
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{.rlim_cur = 6, .rlim_max = before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    const bool bSaved = Save(UCF, OF_CREATE | OF_WRITE);
+    const DWORD dwError = GetLastError();
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_FALSE(bSaved);
+    EXPECT_EQ(dwError, 112u);
+    EXPECT_EQ(Contents(UCF), "old");
+    EXPECT_EQ(NamesIn("c/winnt35/system32").size(), 1u);
+}
+
+TEST_F(KernelWriting, ADirectoryThatWentMakesTheCloseFail)
+{
+    const HFILE hFile = OpenFile("C:\\winnt35\\system32\\kv.ucf", &of, OF_CREATE);
+    fs::remove_all(Host("c/winnt35"));
+    EXPECT_EQ(_lwrite(hFile, "x", 1), 1u);
+    EXPECT_EQ(_lclose(hFile), HFILE_ERROR);
+    EXPECT_FALSE(fs::exists(Host("c/winnt35")));
+}
+
+TEST_F(KernelWriting, FilesInMemoryAreReplacedInMemory)
+{
+    PutOnDisk(UCF_PLACE, "disk");
+    PutInMemory(UCF, "old");
+    kvp::FailCall(kvp::Call::Write, 1);
+    EXPECT_FALSE(Save(UCF, OF_WRITE));
+    EXPECT_EQ(Contents(UCF), "old");
+    EXPECT_TRUE(Save(UCF, OF_WRITE));
+    const auto bytes = kvp::MemoryFile(UCF);
+    ASSERT_TRUE(bytes);
+    EXPECT_EQ(std::string(bytes->begin(), bytes->end()), "new contents");
+    kvp::PutAbsentFile(UCF);
+    EXPECT_FALSE(Save(UCF, OF_WRITE));
+    EXPECT_TRUE(Save(UCF, OF_CREATE));
+    EXPECT_EQ(Contents(UCF), "new contents");
+    EXPECT_EQ(OnDisk(UCF_PLACE), "disk");
+}

@@ -1,0 +1,34 @@
+// What the resource tests share: the files built for them, and a text read as a caller reads it.
+#ifndef KV_TESTS_PLATFORM_RESOURCE_FILES_H
+#define KV_TESTS_PLATFORM_RESOURCE_FILES_H
+
+#include <fstream>
+#include <iterator>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "tests/platform/resource_sample.h"
+#include "tests/support/machine.h"
+
+inline std::vector<uint8_t> HostFile(const std::string &path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+inline void PutHostFile(const std::string &path, std::span<const uint8_t> bytes)
+{
+    std::ofstream file(path, std::ios::binary);
+    file.write(reinterpret_cast<const char *>(bytes.data()),
+               static_cast<std::streamsize>(bytes.size()));
+}
+
+inline std::string StringOf(HMODULE module, UINT uId)
+{
+    char szText[256];
+    const int length = LoadStringA(module, uId, szText, sizeof szText);
+    return {szText, static_cast<size_t>(length)};
+}
+
+#endif

@@ -1,0 +1,148 @@
+// Shared objects: started and stopped once, refused when they refuse, with resources inside.
+#include <cstring>
+
+#include <gmock/gmock.h>
+
+#include "platform/resource/elf.h"
+#include "tests/platform/resource_files.h"
+
+namespace
+{
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+class SharedObject : public MachineTest
+{
+  protected:
+    ~SharedObject() override { EXPECT_EQ(kvp::CurrentlyHeld().nLibraries, 0u); }
+};
+
+TEST_F(SharedObject, StartsWithItsFirstLoadAndStopsWithItsLastFree)
+{
+    const HMODULE module = kvp::LoadHostLibrary(KV_SAMPLE_OBJECT);
+    ASSERT_NE(module, nullptr);
+    EXPECT_THAT(BoxesShown(), ElementsAre("start: last"));
+    EXPECT_EQ(kvp::LoadHostLibrary(KV_SAMPLE_OBJECT), module);
+    EXPECT_TRUE(FreeLibrary(module));
+    EXPECT_THAT(BoxesShown(), IsEmpty());
+
+    const auto answer = reinterpret_cast<int (*)()>(kvp::FindProc(module, "Answer"));
+    ASSERT_NE(answer, nullptr);
+    EXPECT_EQ(answer(), 42);
+    EXPECT_EQ(kvp::FindProc(module, "Question"), nullptr);
+
+    EXPECT_TRUE(FreeLibrary(module));
+    EXPECT_THAT(BoxesShown(), ElementsAre("stop: last"));
+    EXPECT_EQ(kvp::FindProc(module, "Answer"), nullptr);
+}
+
+TEST_F(SharedObject, IsToldByItsBytesNotItsName)
+{
+    PutHostFile(machine.strRoot + "/maintain.dll", HostFile(KV_SAMPLE_OBJECT));
+    const HMODULE module = kvp::LoadHostLibrary(machine.strRoot + "/maintain.dll");
+    EXPECT_THAT(BoxesShown(), ElementsAre("start: last"));
+    EXPECT_NE(kvp::FindProc(module, "Answer"), nullptr);
+    EXPECT_TRUE(FreeLibrary(module));
+}
+
+TEST_F(SharedObject, ARefusalRefusesTheLoad)
+{
+    machine.dwMajor = 4;
+    Apply();
+    std::string reason;
+    EXPECT_EQ(kvp::LoadHostLibrary(KV_SAMPLE_OBJECT, &reason), nullptr);
+    EXPECT_EQ(GetLastError(), 1114u);
+    EXPECT_THAT(reason, HasSubstr("refused"));
+    EXPECT_THAT(BoxesShown(), ElementsAre("start: last")) << "one that never ran is not stopped";
+
+    machine.dwMajor = 3;
+    Apply();
+    const HMODULE module = kvp::LoadHostLibrary(KV_SAMPLE_OBJECT);
+    EXPECT_NE(module, nullptr) << "a refusal is not remembered";
+    FreeLibrary(module);
+}
+
+TEST_F(SharedObject, WhatItNeedsIsNotItsOwn)
+{
+    machine.dwMajor = 4; // what it needs would refuse to start
+    Apply();
+    const HMODULE module = kvp::LoadHostLibrary(KV_PLAIN_OBJECT);
+    ASSERT_NE(module, nullptr);
+    EXPECT_NE(kvp::FindProc(module, "TwiceTheAnswer"), nullptr);
+    EXPECT_EQ(kvp::FindProc(module, "Answer"), nullptr);
+    EXPECT_EQ(StringOf(module, TEXT_LAST), "");
+    EXPECT_TRUE(FreeLibrary(module));
+    EXPECT_THAT(BoxesShown(), IsEmpty());
+}
+
+TEST_F(SharedObject, SaysWhyItCannotBeLoaded)
+{
+    const std::vector<uint8_t> object = HostFile(KV_SAMPLE_OBJECT);
+    const std::string cut = machine.strRoot + "/cut.so", none = machine.strRoot + "/none.so";
+    PutHostFile(cut, std::span(object).first(40));
+    const struct {
+        std::string path;
+        DWORD error;
+    } aFailures[] = {{none, 126}, {cut, 193}, {machine.strRoot, 193}};
+    for (const auto &row : aFailures) {
+        std::string reason;
+        EXPECT_EQ(kvp::LoadHostLibrary(row.path, &reason), nullptr);
+        EXPECT_EQ(GetLastError(), row.error);
+        EXPECT_THAT(reason, HasSubstr(row.path));
+    }
+}
+
+// The code runs without the section headers; they alone say where the resources are.
+class DamagedSections : public SharedObject
+{
+  protected:
+    uint64_t SectionsAt() const
+    {
+        uint64_t at = 0;
+        std::memcpy(&at, &object[0x28], sizeof at);
+        return at;
+    }
+
+    std::vector<uint8_t> object = HostFile(KV_SAMPLE_OBJECT);
+};
+
+TEST_F(DamagedSections, CutOffGiveNone)
+{
+    const std::string path = machine.strRoot + "/cut.so";
+    for (size_t size : {size_t{0}, size_t{63}, size_t{64 * 4}}) {
+        SCOPED_TRACE(size);
+        PutHostFile(path, std::span(object).first(SectionsAt() + size));
+        const HMODULE module = kvp::LoadHostLibrary(path);
+        ASSERT_NE(module, nullptr);
+        EXPECT_EQ(StringOf(module, TEXT_LAST), "");
+        FreeLibrary(module);
+    }
+}
+
+TEST_F(DamagedSections, NameNothingOutsideTheFile)
+{
+    ASSERT_EQ(kvp::ElfSection(object, ".rsrc").size(), HostFile(KV_SAMPLE_LIBRARY).size());
+    size_t nMissing = 0;
+    const auto tryAt = [&](uint64_t at, uint64_t value, size_t width) {
+        const std::vector<uint8_t> old(&object[at], &object[at] + width);
+        std::memcpy(&object[at], &value, width);
+        const std::span<const uint8_t> found = kvp::ElfSection(object, ".rsrc");
+        nMissing += found.empty();
+        const auto before = static_cast<uint64_t>(found.data() - object.data());
+        if (!found.empty() && (before > object.size() || found.size() > object.size() - before))
+            ADD_FAILURE() << width << " bytes at " << at << " changed to " << value;
+        std::memcpy(&object[at], old.data(), width);
+    };
+    const uint64_t sections = SectionsAt();
+    for (uint64_t at = 0; at + 8 <= object.size(); at = at == 56 ? sections : at + 1) {
+        for (uint64_t value : {0x00, 0x01, 0x7F, 0x80, 0xFF})
+            tryAt(at, value, 1);
+        for (uint64_t value : {~UINT64_C(0), ~UINT64_C(0x3F), UINT64_MAX / 2, UINT64_C(1) << 32})
+            tryAt(at, value, 8);
+    }
+    EXPECT_GT(nMissing, 50u) << "the changes should have met what is read";
+}
+
+} // namespace

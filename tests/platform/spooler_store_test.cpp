@@ -1,0 +1,303 @@
+// The spooler's store: names, several processes at once, damage, and failures in the middle.
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <sqlite3.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "tests/support/machine.h"
+
+namespace
+{
+
+namespace fs = std::filesystem;
+constexpr DWORD DAMAGED = 1009;
+using Bytes = std::vector<uint8_t>;
+using ::testing::HasSubstr;
+
+std::string WhyNot(const std::function<void()> &action)
+{
+    try {
+        action();
+    } catch (const kvp::SpoolError &error) {
+        return error.what();
+    }
+    return {};
+}
+
+std::string Content(const std::string &path)
+{
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+// Another process that does something when it is told to. It has to be made before this process
+// opens the store: a connection must not be shared across a fork.
+class Other
+{
+  public:
+    explicit Other(const std::function<void()> &action)
+    {
+        if (pipe(an) != 0)
+            std::abort();
+        nProcess = fork();
+        if (nProcess != 0)
+            return;
+        char c;
+        const bool bGo = read(an[0], &c, 1) == 1;
+        _exit(bGo && WhyNot(action).empty() ? 0 : 1);
+    }
+    ~Other()
+    {
+        close(an[0]);
+        close(an[1]);
+    }
+    Other(const Other &) = delete;
+    Other &operator=(const Other &) = delete;
+    void Start() const { ASSERT_EQ(write(an[1], "!", 1), 1); }
+    bool Ended() const // well
+    {
+        int nStatus = 1;
+        waitpid(nProcess, &nStatus, 0);
+        return WIFEXITED(nStatus) && WEXITSTATUS(nStatus) == 0;
+    }
+
+  private:
+    int an[2];
+    pid_t nProcess;
+};
+
+class SpoolerStore : public MachineTest
+{
+  protected:
+    std::string Path() const { return machine.strRoot + "/spool.db"; }
+    void Put(const std::string &content) const
+    {
+        std::ofstream(Path(), std::ios::binary | std::ios::trunc) << content;
+    }
+};
+
+// ---- names ----------------------------------------------------------------------------------
+
+TEST_F(SpoolerStore, ReadersCreateNothing)
+{
+    machine.strRoot += "/not/yet";
+    Apply();
+    HANDLE hPrinter = nullptr;
+    std::u16string name = u"Office";
+    EXPECT_TRUE(kvp::Queues().empty());
+    EXPECT_FALSE(OpenPrinterW(name.data(), &hPrinter, nullptr));
+    EXPECT_THAT(WhyNot([] { kvp::RemoveQueue("Office"); }), HasSubstr("no printer \"Office\""));
+    EXPECT_THAT(WhyNot([] { kvp::SetQueueDefault("Office", Bytes(562)); }),
+                HasSubstr("no printer"));
+    EXPECT_FALSE(fs::exists(machine.strRoot));
+    kvp::AddQueue("Office", "KORVA Q1");
+    EXPECT_TRUE(fs::exists(Path()));
+}
+
+TEST_F(SpoolerStore, NamesThatWouldBreakTextsAndPathsAreRefused)
+{
+    const std::string strLongest(220, 'x');
+    const struct {
+        const char *why;
+        std::string name, driver, complaint;
+    } aRows[] = {
+        {"no name", "", "KORVA", "printer's name is empty"},
+        {"no driver", "Q", "", "driver's name is empty"},
+        {"a backslash", "a\\b", "KORVA", "backslash"},
+        {"a line's end", "a\nb", "KORVA", "control character"},
+        {"a control character in the driver's", "Q", "K\x1b[2J", "control character"},
+        {"one character too many", strLongest + "y", "KORVA", "221 characters"},
+        {"not UTF-8", "a\xff", "KORVA", "UTF-8"},
+        {"the longest", strLongest, "KORVA", ""},
+        {"what people write", "Büro, 2. Stock (プリンタ)", "KORVA", ""},
+    };
+    for (const auto &row : aRows) {
+        const std::string strWhy = WhyNot([&] { kvp::AddQueue(row.name, row.driver); });
+        if (row.complaint.empty())
+            EXPECT_EQ(strWhy, "") << row.why;
+        else
+            EXPECT_THAT(strWhy, HasSubstr(row.complaint)) << row.why;
+    }
+    EXPECT_EQ(kvp::Queues().size(), 2u);
+    EXPECT_THAT(WhyNot([] { kvp::AddQueue("Q", "KORVA", "a\\b"); }), HasSubstr("server's name"));
+}
+
+TEST_F(SpoolerStore, APrinterKeepsItsNameAndIsThereOnce)
+{
+    kvp::AddQueue("Über", "KORVA Q1");
+    kvp::AddQueue("Annex", "KORVA Q2", "\\\\alpha");
+    EXPECT_THAT(WhyNot([] { kvp::AddQueue("üBER", "KORVA Q2"); }), HasSubstr("already"));
+    kvp::SetQueueDefault("über", Bytes(562, 1));
+    const std::vector<kvp::Queue> queues = kvp::Queues();
+    ASSERT_EQ(queues.size(), 2u);
+    EXPECT_EQ(queues[0].strName + "|" + queues[0].strServer, "Annex|alpha");
+    EXPECT_FALSE(queues[0].bHasDefault);
+    EXPECT_EQ(queues[1].strName + "|" + queues[1].strDriver, "Über|KORVA Q1");
+    EXPECT_TRUE(queues[1].bHasDefault);
+    EXPECT_THAT(WhyNot([] { kvp::SetQueueDefault("Annex", Bytes(131071)); }), HasSubstr("large"));
+}
+
+// ---- several processes ----------------------------------------------------------------------
+
+TEST_F(SpoolerStore, AHundredProcessesAddingAtOnceLoseNothing)
+{
+    std::vector<std::unique_ptr<Other>> others;
+    for (int i = 0; i < 100; ++i)
+        others.push_back(std::make_unique<Other>(
+            [i] { kvp::AddQueue("Printer " + std::to_string(i), "KORVA Q1"); }));
+    for (const auto &other : others)
+        other->Start();
+    for (const auto &other : others)
+        EXPECT_TRUE(other->Ended());
+    EXPECT_EQ(kvp::Queues().size(), 100u);
+}
+
+TEST_F(SpoolerStore, AChangeByAnotherProcessIsSeenAtOnce)
+{
+    const Other changer([] { kvp::SetQueueDefault("Office", Bytes(562, 2)); });
+    const Other remover([] { kvp::RemoveQueue("office"); });
+    kvp::AddQueue("Office", "KORVA Q1");
+    kvp::SetQueueDefault("Office", Bytes(562, 1));
+    EXPECT_EQ(kvp::QueueDefault("Office"), Bytes(562, 1)); // remembered from now on
+    changer.Start();
+    ASSERT_TRUE(changer.Ended());
+    EXPECT_EQ(kvp::QueueDefault("Office"), Bytes(562, 2));
+    remover.Start();
+    ASSERT_TRUE(remover.Ended());
+    EXPECT_THAT(WhyNot([] { kvp::QueueDefault("Office"); }), HasSubstr("no printer"));
+}
+
+// ---- damage and foreign files ---------------------------------------------------------------
+
+std::string SqliteFile(const std::string &path, const char *sql)
+{
+    sqlite3 *pDb = nullptr;
+    sqlite3_open(path.c_str(), &pDb);
+    EXPECT_EQ(sqlite3_exec(pDb, sql, nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(pDb);
+    return Content(path);
+}
+
+TEST_F(SpoolerStore, ADamagedOrForeignFileIsToldAndLeftAlone)
+{
+    kvp::AddQueue("Office", "KORVA Q1");
+    const std::string strGood = Content(Path());
+    std::string strScrambled = strGood;
+    for (size_t i = 100; i < strScrambled.size(); ++i)
+        strScrambled[i] = static_cast<char>(i * 7);
+    const std::string strOther = machine.strRoot + "/other.db";
+    const std::string strForeign = SqliteFile(strOther, "CREATE TABLE printer (key TEXT)");
+    fs::copy_file(Path(), strOther, fs::copy_options::overwrite_existing);
+    const std::string strLater = SqliteFile(strOther, "PRAGMA user_version = 2");
+    const struct {
+        const char *why;
+        std::string content, complaint;
+    } aRows[] = {
+        {"no database", "hello, this is a letter to a friend of mine\n", "damaged"},
+        {"cut in half", strGood.substr(0, strGood.size() / 2), "damaged"},
+        {"scrambled after its header", strScrambled, "damaged"},
+        {"another program's", strForeign, "another program's"},
+        {"a later version's", strLater, "another version"},
+    };
+    for (const auto &row : aRows) {
+        SCOPED_TRACE(row.why);
+        Put(row.content);
+        Apply();
+        HANDLE hPrinter = nullptr;
+        std::u16string name = u"Office";
+        EXPECT_THAT(WhyNot([] { kvp::Queues(); }), HasSubstr(row.complaint));
+        EXPECT_THAT(WhyNot([] { kvp::AddQueue("New", "KORVA"); }), HasSubstr(row.complaint));
+        EXPECT_FALSE(OpenPrinterW(name.data(), &hPrinter, nullptr));
+        EXPECT_EQ(GetLastError(), DAMAGED);
+        EXPECT_EQ(Content(Path()), row.content);
+    }
+    Put(strGood);
+    Apply();
+    EXPECT_EQ(kvp::Queues().size(), 1u);
+}
+
+TEST_F(SpoolerStore, AFileThatAnotherProgramPutInLogModeIsTakenBack)
+{
+    kvp::AddQueue("Office", "KORVA Q1");
+    Apply();
+    SqliteFile(Path(), "PRAGMA journal_mode = WAL; UPDATE printer SET driver = 'KORVA Q2'");
+    const Other changer([] { kvp::SetQueueDefault("Office", Bytes(10, 3)); });
+    ASSERT_EQ(kvp::Queues().size(), 1u);
+    EXPECT_EQ(kvp::Queues()[0].strDriver, "KORVA Q2");
+    EXPECT_TRUE(kvp::QueueDefault("Office").empty());
+    changer.Start();
+    ASSERT_TRUE(changer.Ended());
+    EXPECT_EQ(kvp::QueueDefault("Office"), Bytes(10, 3));
+}
+
+// ---- failures and memory --------------------------------------------------------------------
+
+TEST_F(SpoolerStore, AFailedAccessLeavesTheStoreAsItWas)
+{
+    kvp::AddQueue("Office", "KORVA Q1");
+    HANDLE hPrinter = nullptr;
+    std::u16string name = u"Office";
+    ASSERT_TRUE(OpenPrinterW(name.data(), &hPrinter, nullptr));
+    BYTE b = 1;
+    DWORD cb = 0;
+    const std::function<bool()> aActions[] = {
+        [] { return WhyNot([] { kvp::AddQueue("Other", "KORVA Q1"); }).empty(); },
+        [] { return WhyNot([] { kvp::SetQueueDefault("Office", Bytes(562)); }).empty(); },
+        [] { return WhyNot([] { kvp::RemoveQueue("Office"); }).empty(); },
+        [&] { return SetPrinterDataW(hPrinter, u"V", REG_BINARY, &b, 1) == ERROR_SUCCESS; },
+        [&] { return GetPrinterDataW(hPrinter, u"V", nullptr, &b, 1, &cb) == ERROR_SUCCESS; },
+        [&] { return GetPrinterW(hPrinter, 2, nullptr, 0, &cb) || GetLastError() == 122; },
+    };
+    const std::string strBefore = Content(Path());
+    for (const auto &action : aActions) {
+        kvp::FailCall(kvp::Call::Store, 0);
+        EXPECT_FALSE(action());
+        kvp::FailCall(kvp::Call::Store, -1);
+        EXPECT_EQ(Content(Path()), strBefore);
+    }
+    EXPECT_TRUE(ClosePrinter(hPrinter));
+}
+
+TEST_F(SpoolerStore, AFullDiskLeavesTheOldRecord)
+{
+    const Other writer([] {
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit = {40000, 40000}; // no file grows beyond that
+        setrlimit(RLIMIT_FSIZE, &limit);
+        kvp::SetQueueDefault("Office", Bytes(100000, 2));
+    });
+    kvp::AddQueue("Office", "KORVA Q1");
+    kvp::SetQueueDefault("Office", Bytes(562, 1));
+    writer.Start();
+    EXPECT_FALSE(writer.Ended());
+    EXPECT_EQ(kvp::QueueDefault("Office"), Bytes(562, 1));
+    Apply();
+    EXPECT_EQ(kvp::QueueDefault("Office"), Bytes(562, 1));
+}
+
+TEST_F(SpoolerStore, WithoutARootTheStoreIsInMemoryAndEachMachinesOwn)
+{
+    const std::string strRoot = machine.strRoot;
+    machine.strRoot.clear();
+    Apply();
+    kvp::AddQueue("Office", "KORVA Q1");
+    EXPECT_TRUE(kvp::QueueDefault("Office").empty());
+    kvp::SetQueueDefault("Office", Bytes(562, 1));
+    EXPECT_EQ(kvp::QueueDefault("Office"), Bytes(562, 1));
+    Apply();
+    EXPECT_TRUE(kvp::Queues().empty());
+    EXPECT_FALSE(fs::exists("/spool.db"));
+    machine.strRoot = strRoot;
+}
+
+} // namespace

@@ -1,0 +1,522 @@
+// Merging records from outside into a valid one: what is taken, and what never is.
+#include "tests/datafile/model_test.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "settings/defaults.h"
+#include "settings/merge.h"
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+namespace
+{
+
+constexpr uint32_t ALL_FLAGS = 0xFFFFFFFF;
+
+// The model: papers 9 (2100 x 2970) and 1 (2159 x 2794) of kinds 0 and 1, 256 of kind 0; user slots
+// 768 (0.1 mm, kind 1) and 769 (0.01 inch, kinds 0 and 1); source 7 free, source 4 sets the area to
+// centred. Margins are 42, 60, 42, 198; the printable width is at most 2880. In force: paper 9.
+class MergeTest : public ModelTest
+{
+  public:
+    void SetUp() override
+    {
+        ModelTest::SetUp();
+        model.AddUserPaper("Millimetres", 1000, 1480, 1, 2);
+        model.AddUserPaper("Inches", 850, 550, 2, 3);
+        Start();
+    }
+    void Start()
+    {
+        Install();
+        dm = NamedRecord(u"KORVA One");
+        ASSERT_TRUE(InitPrinterDevMode(&dm, nullptr, nullptr));
+        expected = dm;
+        foreign = {};
+        foreign.dm.dmSpecVersion = KV_SPECVERSION;
+        foreign.dm.dmDriverVersion = 1;
+        foreign.dm.dmSize = KV_PUBLICSIZE;
+    }
+    BOOL Merge() { return KVMergeDevMode(&dm, &foreign, nullptr, nullptr); }
+    void SetExpectedSize(int16_t width, int16_t length)
+    {
+        expected.dm.dmPaperWidth = width;
+        expected.dm.dmPaperLength = length;
+        expected.lPaperWidth = width;
+        expected.lPaperLength = length;
+    }
+    DriverDevMode foreign{}, expected{};
+};
+
+struct Block : DatFile {
+    explicit Block(const DriverDevMode &dm) : DatFile{} { EXPECT_TRUE(Get_DatFileLib(&dm, this)); }
+};
+
+} // namespace
+
+TEST_F(MergeTest, NoRecordIsRefused)
+{
+    EXPECT_FALSE(KVMergeDevMode(nullptr, &foreign, nullptr, nullptr));
+    EXPECT_FALSE(KVMergeDevMode(&dm, nullptr, nullptr, nullptr));
+    EXPECT_EQ(BytesOf(dm), BytesOf(expected));
+}
+
+TEST_F(MergeTest, PublicFieldsAreTakenOneByOne)
+{
+    static const struct {
+        const char *why;
+        uint32_t dwFlags;
+        void (*send)(PublicDevMode &);
+        void (*expect)(MergeTest &);
+    } aRows[] = {
+        {"nothing is meant", 0,
+         [](PublicDevMode &in) {
+             in.dmCopies = 7;
+             in.dmOrientation = 2;
+             in.dmPaperSize = 1;
+             in.dmDefaultSource = 4;
+         },
+         [](MergeTest &) {}},
+        {"copies 1", 0x100, [](PublicDevMode &in) { in.dmCopies = 1; },
+         [](MergeTest &test) { test.expected.dm.dmCopies = 1; }},
+        {"copies 99", 0x100, [](PublicDevMode &in) { in.dmCopies = 99; },
+         [](MergeTest &test) { test.expected.dm.dmCopies = 99; }},
+        {"copies 0", 0x100, [](PublicDevMode &in) { in.dmCopies = 0; }, [](MergeTest &) {}},
+        {"copies 100", 0x100, [](PublicDevMode &in) { in.dmCopies = 100; }, [](MergeTest &) {}},
+        {"copies -1", 0x100, [](PublicDevMode &in) { in.dmCopies = -1; }, [](MergeTest &) {}},
+        {"landscape", 0x1, [](PublicDevMode &in) { in.dmOrientation = 2; },
+         [](MergeTest &test) { test.expected.dm.dmOrientation = 2; }},
+        {"orientation 0", 0x1, [](PublicDevMode &) {}, [](MergeTest &) {}},
+        {"orientation 3", 0x1, [](PublicDevMode &in) { in.dmOrientation = 3; }, [](MergeTest &) {}},
+        {"a paper, its width limited by the right margin", 0x2,
+         [](PublicDevMode &in) { in.dmPaperSize = 1; },
+         [](MergeTest &test) {
+             test.expected.dm.dmPaperSize = 1;
+             test.SetExpectedSize(2159, 2794);
+             test.expected.nPaper = 1;
+             test.expected.wMarginRight = 138; // 3060 - 42 - 2880
+         }},
+        {"a user's paper in 0.01 inch", 0x2, [](PublicDevMode &in) { in.dmPaperSize = 769; },
+         [](MergeTest &test) {
+             test.expected.dm.dmPaperSize = 769;
+             test.SetExpectedSize(2159, 1397);
+             test.expected.nPaper = 4;
+             test.expected.dwUnit = 2;
+             test.expected.wMarginRight = 138;
+         }},
+        {"a paper that the model lacks", 0x2, [](PublicDevMode &in) { in.dmPaperSize = 77; },
+         [](MergeTest &test) { test.expected.dm.dmPaperSize = 77; }},
+        {"a free slot's paper", 0x2, [](PublicDevMode &in) { in.dmPaperSize = 770; },
+         [](MergeTest &test) { test.expected.dm.dmPaperSize = 770; }},
+        {"a free size, truncated", 0x2 | 0x4 | 0x8,
+         [](PublicDevMode &in) {
+             in.dmPaperSize = 256;
+             in.dmPaperWidth = 1234;
+             in.dmPaperLength = 2051;
+         },
+         [](MergeTest &test) {
+             test.expected.dm.dmPaperSize = 256;
+             test.SetExpectedSize(1234, 2051);
+             test.expected.wPaperWidth360 = 1748;
+             test.expected.wPaperLength360 = 2906;
+         }},
+        {"a free size whose length is not meant", 0x2 | 0x8,
+         [](PublicDevMode &in) {
+             in.dmPaperSize = 256;
+             in.dmPaperWidth = 2159;
+             in.dmPaperLength = 2051;
+         },
+         [](MergeTest &test) {
+             test.expected.dm.dmPaperSize = 256;
+             test.SetExpectedSize(2159, 2970);
+             test.expected.wPaperWidth360 = 3060;
+         }},
+        {"a negative length, cut to its field", 0x2 | 0x4,
+         [](PublicDevMode &in) {
+             in.dmPaperSize = 256;
+             in.dmPaperLength = -100;
+         },
+         [](MergeTest &test) {
+             test.expected.dm.dmPaperSize = 256;
+             test.SetExpectedSize(2100, -100);
+             test.expected.wPaperLength360 = 0x10000 - 141;
+         }},
+        {"a size without its paper", 0x4 | 0x8,
+         [](PublicDevMode &in) {
+             in.dmPaperSize = 256;
+             in.dmPaperWidth = 1000;
+             in.dmPaperLength = 1000;
+         },
+         [](MergeTest &) {}},
+        {"a source, with the area it sets", 0x200,
+         [](PublicDevMode &in) { in.dmDefaultSource = 4; },
+         [](MergeTest &test) {
+             test.expected.dm.dmDefaultSource = 4;
+             test.expected.nBin = 1;
+             test.expected.nPrintArea = 2; // after the margins, which stay
+         }},
+        {"an unknown source", 0x200, [](PublicDevMode &in) { in.dmDefaultSource = 5; },
+         [](MergeTest &) {}},
+        {"an unknown paper and a source that moves it", 0x2 | 0x200,
+         [](PublicDevMode &in) {
+             in.dmPaperSize = 77;
+             in.dmDefaultSource = 7;
+         },
+         [](MergeTest &test) {
+             test.expected.dm.dmPaperSize = 9;
+             test.expected.wMarginRight = 54; // 2976 - 42 - 2880
+         }},
+        {"nothing else is ever taken", ALL_FLAGS & ~0x30Fu,
+         [](PublicDevMode &in) {
+             constexpr size_t nFrom = offsetof(PublicDevMode, dmScale);
+             std::memset(reinterpret_cast<char *>(&in) + nFrom, 0x11, sizeof in - nFrom);
+             std::memset(in.dmDeviceName, 0x11, 64);
+         },
+         [](MergeTest &) {}},
+    };
+    for (const auto &row : aRows) {
+        SCOPED_TRACE(row.why);
+        Start();
+        foreign.dm.dmFields = row.dwFlags;
+        row.send(foreign.dm);
+        row.expect(*this);
+        EXPECT_TRUE(Merge());
+        EXPECT_EQ(BytesOf(dm), BytesOf(expected));
+        EXPECT_TRUE(NothingHeld());
+    }
+    EXPECT_THAT(BoxesShown(), IsEmpty());
+}
+
+TEST_F(MergeTest, AnEqualFreeSizeIsNotTakenAgain)
+{
+    dm.lPaperWidth = expected.lPaperWidth = 1111; // public and private part disagree
+    foreign.dm.dmFields = KV_DM_PAPERSIZE | KV_DM_PAPERWIDTH;
+    foreign.dm.dmPaperSize = 256;
+    foreign.dm.dmPaperWidth = 2100;
+    expected.dm.dmPaperSize = 256;
+    Merge();
+    EXPECT_EQ(BytesOf(dm), BytesOf(expected));
+}
+
+TEST_F(MergeTest, AFieldBeyondTheSendersSizeIsNotThere)
+{
+    static const struct {
+        const char *why;
+        uint16_t wSize;
+        int16_t sOrientation, sPaper, sCopies, sSource;
+    } aRows[] = {
+        {"no size at all", 0, 1, 9, 1, 7},         {"no flags", 75, 1, 9, 1, 7},
+        {"flags alone", 76, 1, 9, 1, 7},           {"half an orientation", 77, 1, 9, 1, 7},
+        {"up to the orientation", 78, 2, 9, 1, 7}, {"half a paper", 79, 2, 9, 1, 7},
+        {"up to the paper", 80, 2, 1, 1, 7},       {"half the copies", 87, 2, 1, 1, 7},
+        {"up to the copies", 88, 2, 1, 5, 7},      {"half a source", 89, 2, 1, 5, 7},
+        {"up to the source", 90, 2, 1, 5, 4},      {"longer than ours", 220, 2, 1, 5, 4},
+    };
+    for (const auto &row : aRows) {
+        SCOPED_TRACE(row.why);
+        Start();
+        foreign.dm.dmSize = row.wSize;
+        foreign.dm.dmFields = ALL_FLAGS;
+        foreign.dm.dmOrientation = 2;
+        foreign.dm.dmPaperSize = 1;
+        foreign.dm.dmCopies = 5;
+        foreign.dm.dmDefaultSource = 4;
+        // A block of its own, no longer than it says, at an odd address.
+        const size_t cb = std::max<size_t>(row.wSize, 72);
+        const auto block = std::make_unique<uint8_t[]>(cb + 1);
+        std::memcpy(block.get() + 1, &foreign, std::min(cb, sizeof foreign));
+        EXPECT_TRUE(KVMergeDevMode(&dm, reinterpret_cast<const DriverDevMode *>(block.get() + 1),
+                                   nullptr, nullptr));
+        EXPECT_EQ(dm.dm.dmOrientation, row.sOrientation);
+        EXPECT_EQ(dm.dm.dmPaperSize, row.sPaper);
+        EXPECT_EQ(dm.dm.dmCopies, row.sCopies);
+        EXPECT_EQ(dm.dm.dmDefaultSource, row.sSource);
+    }
+}
+
+TEST_F(MergeTest, AFreeSizeHalfThereIsTakenByHalves)
+{
+    foreign.dm.dmSize = 83; // the length is there, the width is not
+    foreign.dm.dmFields = ALL_FLAGS;
+    foreign.dm.dmOrientation = 1;
+    foreign.dm.dmPaperSize = 256;
+    foreign.dm.dmPaperLength = 1000;
+    foreign.dm.dmPaperWidth = 1000;
+    Merge();
+    EXPECT_EQ(dm.lPaperLength, 1000);
+    EXPECT_EQ(dm.lPaperWidth, 2100);
+}
+
+TEST_F(MergeTest, ThePrivatePartIsTakenOnlyFromOurOwnKind)
+{
+    static const struct {
+        const char *why;
+        void (*spoil)(DriverDevMode &);
+        bool bTaken;
+    } aRows[] = {
+        {"ours", [](DriverDevMode &) {}, true},
+        {"another layout", [](DriverDevMode &in) { in.dm.dmSpecVersion = 0x0401; }, false},
+        {"another version", [](DriverDevMode &in) { in.dm.dmDriverVersion = 858; }, false},
+        {"another size", [](DriverDevMode &in) { in.dm.dmSize = 220; }, false},
+        {"another private size", [](DriverDevMode &in) { in.dm.dmDriverExtra = 375; }, false},
+        {"another tag", [](DriverDevMode &in) { ++in.dwModelTag; }, false},
+    };
+    for (const auto &row : aRows) {
+        SCOPED_TRACE(row.why);
+        Start();
+        foreign = dm;
+        foreign.dm.dmFields = KV_DM_COPIES;
+        foreign.dm.dmCopies = 12;
+        foreign.Settings.wInk = 5;
+        foreign.Settings.wResolution = 1;
+        std::strcpy(foreign.szTmplName, "theirs");
+        row.spoil(foreign);
+        EXPECT_TRUE(Merge());
+        EXPECT_EQ(dm.dm.dmCopies, 12) << "public fields count in any case";
+        EXPECT_STREQ(dm.szTmplName, row.bTaken ? "theirs" : "TEMPLATE");
+        EXPECT_EQ(dm.dm.dmColor, row.bTaken ? 6 : 2);
+        EXPECT_EQ(+dm.lResX, row.bTaken ? 720 : 360) << "the resolution follows the settings";
+        EXPECT_EQ(dm.dm.dmYResolution, row.bTaken ? 720 : 360);
+    }
+}
+
+TEST_F(MergeTest, APrivatePartOfAnotherNameLeadsToThatModelsFiles)
+{
+    Model two;
+    two.papers[1].wWidth = 1000;
+    two.papers[1].wLength = 2000;
+    two.Install("KV2");
+    foreign = dm;
+    const DriverDevMode named = NamedRecord(u"KORVA Two");
+    std::memcpy(foreign.wszModelName, named.wszModelName, sizeof named.wszModelName);
+    foreign.dm.dmFields = KV_DM_PAPERSIZE;
+    foreign.dm.dmPaperSize = 1;
+    Merge();
+    EXPECT_EQ(dm.dm.dmPaperWidth, 706);
+    EXPECT_EQ(dm.dm.dmPaperLength, 1411);
+}
+
+TEST_F(MergeTest, HostilePrivatePartsLeadNowhere)
+{
+    foreign = dm;
+    foreign.dm.dmFields = ALL_FLAGS;
+    foreign.dm.dmPaperSize = 256;
+    foreign.dm.dmPaperWidth = foreign.dm.dmPaperLength = 32767;
+    foreign.dm.dmDefaultSource = 4;
+    constexpr size_t nFrom = offsetof(DriverDevMode, dwUnit);
+    std::memset(reinterpret_cast<char *>(&foreign) + nFrom, 0x7F, sizeof foreign - nFrom);
+    std::memcpy(foreign.wszModelName, dm.wszModelName, sizeof dm.wszModelName);
+    EXPECT_TRUE(Merge());
+    EXPECT_EQ(dm.Settings.wResolution, 0x7F7F);
+    EXPECT_EQ(+dm.lResX, 0x7F7F7F7F) << "no such resolution: what was sent stays";
+    EXPECT_EQ(dm.wPaperWidth360, 46441);
+    EXPECT_EQ(dm.dm.dmPaperSize, 9) << "the source does not take the free size";
+    std::fill(std::begin(foreign.wszModelName), std::end(foreign.wszModelName), u'x');
+    EXPECT_TRUE(Merge()); // an unknown name of 32 characters: the table's first model
+    EXPECT_THAT(BoxesShown(), IsEmpty());
+}
+
+TEST_F(MergeTest, WithoutFilesOnlyCopiesAndOrientationAreTaken)
+{
+    kvp::PutAbsentFile(DatPath());
+    foreign.dm.dmFields = ALL_FLAGS;
+    foreign.dm.dmPaperSize = 1;
+    foreign.dm.dmDefaultSource = 4;
+    expected.dm.dmCopies = foreign.dm.dmCopies = 3;
+    expected.dm.dmOrientation = foreign.dm.dmOrientation = 2;
+    EXPECT_TRUE(Merge());
+    EXPECT_EQ(BytesOf(dm), BytesOf(expected));
+    EXPECT_THAT(BoxesShown(), ElementsAre(DAT_NOT_FOUND, DAT_NOT_FOUND));
+}
+
+// ---- sources ----------------------------------------------------------------------------------
+
+TEST_F(MergeTest, EverySourceOfTheIdentifierIsWorkedOnInOrder)
+{
+    model.bins = {{7, 0, 0}, {4, 0x100, 1}, {4, 0x200, 2}};
+    model.papers.push_back(model.papers[0]);
+    model.papers[3].wId = 55;
+    model.papers[3].wBinMask = 4; // fed from kind 2 alone
+    Start();
+    foreign.dm.dmFields = KV_DM_DEFAULTSOURCE;
+    foreign.dm.dmDefaultSource = 4;
+    MergeSource(&dm, &foreign);
+    EXPECT_EQ(dm.nBin, 2);
+    EXPECT_EQ(+dm.nPrintArea, 1);
+    EXPECT_EQ(dm.dm.dmPaperSize, 55);
+    EXPECT_EQ(dm.nPaper, 3);
+}
+
+TEST_F(MergeTest, ASourceIdentifierHasASignInTheRecordOnly)
+{
+    model.bins[1].wId = 0x8003;
+    Start();
+    foreign.dm.dmFields = KV_DM_DEFAULTSOURCE;
+    foreign.dm.dmDefaultSource = static_cast<int16_t>(0x8003);
+    MergeSource(&dm, &foreign);
+    EXPECT_EQ(dm.nBin, 1);
+}
+
+TEST_F(MergeTest, ASourceKeepsThePaperOrMovesItToItsFirst)
+{
+    static const struct {
+        const char *why;
+        int16_t sPaper;
+        DWORD dwKind;
+        int16_t sNewPaper;
+        int32_t nPaper;
+        int16_t sWidth; // 7777: not touched
+    } aRows[] = {
+        {"a paper that it takes keeps its size", 1, 1, 1, 1, 7777},
+        {"a user's paper gets the size of its slot", 768, 1, 768, 3, 1000},
+        {"the free size is not fed: the first paper", 256, 1, 9, 0, 2100},
+        {"a user's paper is not fed", 768, 0, 9, 0, 2100},
+        {"a free slot's identifier is nothing", 770, 0, 9, 0, 2100},
+        {"a kind that takes no paper", 1, 5, 1, 88, 7777},
+        {"a kind past the mask", 1, 16, 1, 88, 7777},
+        {"a kind that would wrap around", 1, 0xFFFFFFE1, 1, 88, 7777},
+    };
+    const Block block(dm);
+    for (const auto &row : aRows) {
+        SCOPED_TRACE(row.why);
+        dm = expected;
+        dm.dm.dmPaperSize = row.sPaper;
+        dm.dm.dmPaperWidth = 7777;
+        dm.nPaper = 88;
+        ModifySource(&dm, row.dwKind, &block);
+        EXPECT_EQ(dm.dm.dmPaperSize, row.sNewPaper);
+        EXPECT_EQ(dm.nPaper, row.nPaper);
+        EXPECT_EQ(dm.dm.dmPaperWidth, row.sWidth);
+    }
+}
+
+TEST_F(MergeTest, TheAreaRuleComesBeforeTheNewPapersMargins)
+{
+    model.bins[0].wFlags = 0x300;
+    Start();
+    const Block block(dm);
+    dm.dm.dmPaperSize = 768;
+    ModifySource(&dm, 0, &block);
+    EXPECT_EQ(+dm.nPrintArea, 2);
+    EXPECT_EQ(dm.wMarginTop, 198);
+    EXPECT_EQ(dm.wMarginLeft, 54);
+}
+
+TEST_F(MergeTest, TheRuleOfTheSourceSetsTheArea)
+{
+    static const struct {
+        uint16_t wFlags;
+        int32_t nPrintArea; // 9: left as it was
+    } aRows[] = {{0x000, 9}, {0x100, 2}, {0x200, 1},  {0x300, 2},
+                 {0x400, 1}, {0x500, 9}, {0xF1FF, 2}, {0x001, 9}};
+    for (const auto &row : aRows) {
+        model.bins[1].wFlags = row.wFlags;
+        Start();
+        const Block block(dm);
+        dm.nPrintArea = 9;
+        dm.nBin = 1;
+        ModifyCheckBin(&dm, &block);
+        EXPECT_EQ(+dm.nPrintArea, row.nPrintArea) << row.wFlags;
+        for (const int nOutside : {2, -1}) {
+            dm.nPrintArea = 9;
+            dm.nBin = nOutside;
+            ModifyCheckBin(&dm, &block);
+            EXPECT_EQ(+dm.nPrintArea, 9) << nOutside;
+        }
+    }
+}
+
+// ---- the size of a new paper ------------------------------------------------------------------
+
+TEST_F(MergeTest, ANewPaperBringsSizeIndexAndMargins)
+{
+    static const struct {
+        const char *why;
+        int nPaperId;
+        void (*prepare)(DriverDevMode &);
+        bool bChanged;
+        int32_t lWidth, lLength;
+        int32_t nPaper;
+        uint32_t dwUnit;
+        uint16_t wRight;
+    } aRows[] = {
+        {"a paper", 1, [](DriverDevMode &) {}, true, 2159, 2794, 1, 9, 138},
+        {"a slot in 0.1 mm", 768, [](DriverDevMode &) {}, true, 1000, 1480, 3, 1, 42},
+        {"a slot in 0.01 inch", 769, [](DriverDevMode &) {}, true, 2159, 1397, 4, 2, 138},
+        {"the free size", 256, [](DriverDevMode &) {}, true, 2100, 2970, 2, 9, 54},
+        {"the free size without a width", 256,
+         [](DriverDevMode &record) { record.lPaperWidth = 0; }, false, 0, 0, 0, 0, 0},
+        {"a free slot", 770, [](DriverDevMode &) {}, false, 0, 0, 0, 0, 0},
+        {"an unknown paper", 77, [](DriverDevMode &) {}, false, 0, 0, 0, 0, 0},
+        {"exactly the widest", 9, [](DriverDevMode &record) { record.lMaxPrintWidth = 2892; }, true,
+         2100, 2970, 0, 9, 42},
+        {"one more than the widest", 9, [](DriverDevMode &record) { record.lMaxPrintWidth = 2891; },
+         true, 2100, 2970, 0, 9, 43},
+        {"a width past every field", 256,
+         [](DriverDevMode &record) {
+             record.lPaperWidth = 0x7FFFFFFF;
+             record.lMaxPrintWidth = 0x7FFFFFFF;
+             record.lPaperLength = 3;
+         },
+         true, 0x7FFFFFFF, 3, 2, 9, 0xD581},
+    };
+    const Block block(dm);
+    for (const auto &row : aRows) {
+        SCOPED_TRACE(row.why);
+        dm = NamedRecord(u"KORVA One");
+        dm.dwUnit = 9;
+        dm.nPrintArea = 1;
+        dm.lMaxPrintWidth = 2880;
+        dm.lPaperWidth = 2100;
+        dm.lPaperLength = 2970;
+        dm.wPaperWidth360 = 1;
+        dm.wPaperLength360 = 2;
+        row.prepare(dm);
+        expected = dm;
+        if (row.bChanged) {
+            expected.lPaperWidth = row.lWidth;
+            expected.lPaperLength = row.lLength;
+            expected.dm.dmPaperWidth = static_cast<int16_t>(row.lWidth);
+            expected.dm.dmPaperLength = static_cast<int16_t>(row.lLength);
+            expected.nPaper = row.nPaper;
+            expected.dwUnit = row.dwUnit;
+            expected.wMarginLeft = 42;
+            expected.wMarginTop = 60;
+            expected.wMarginRight = row.wRight;
+            expected.wMarginBottom = 198;
+        }
+        Get_NewPaperMMSize(&dm, row.nPaperId, &block);
+        EXPECT_EQ(BytesOf(dm), BytesOf(expected));
+    }
+}
+
+TEST_F(MergeTest, CentredMarginsAreTheLargerOnes)
+{
+    model.papers[0].wLeft = 42;
+    model.papers[0].wTop = 42;
+    model.papers[0].wRight = 60;
+    model.papers[0].wBottom = 198;
+    Start();
+    const Block block(dm);
+    dm.nPrintArea = 2;
+    dm.lMaxPrintWidth = 9999;
+    Get_NewPaperMMSize(&dm, 9, &block);
+    EXPECT_EQ(dm.wMarginLeft, 60);
+    EXPECT_EQ(dm.wMarginRight, 60);
+    EXPECT_EQ(dm.wMarginTop, 198);
+    EXPECT_EQ(dm.wMarginBottom, 198);
+}
+
+TEST_F(MergeTest, PapersAreFoundBeforeSlotsWhateverTheSource)
+{
+    model.papers[1].wId = 768; // kinds 0 and 1, but from now on of none
+    model.papers[1].wBinMask = 0;
+    Start();
+    const Block block(dm);
+    dm.dm.dmPaperSize = 768;
+    ModifySource(&dm, 1, &block); // finds the slot, then sizes it by the identifier
+    EXPECT_EQ(dm.nPaper, 1);
+    EXPECT_EQ(dm.dm.dmPaperWidth, 2159);
+}

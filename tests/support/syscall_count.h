@@ -1,0 +1,13 @@
+// Which system calls a piece of code makes, seen from outside.
+#ifndef KV_TESTS_SUPPORT_SYSCALL_COUNT_H
+#define KV_TESTS_SUPPORT_SYSCALL_COUNT_H
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+// Runs act in a traced copy of this process and gives the numbers of its system calls in order;
+// nothing when the system forbids tracing. What act changes in memory is lost with the copy.
+std::optional<std::vector<long>> SystemCallsOf(const std::function<void()> &act);
+
+#endif

@@ -1,0 +1,285 @@
+// What kvmodel says of sources that are not good: each row changes the tiny model in one place and
+// names the line, the key and the words that a packager must see.
+#include <algorithm>
+
+#include <gtest/gtest.h>
+
+#include "tests/tools/tiny_model.h"
+#include "tools/kvmodel/model.h"
+
+namespace
+{
+
+std::vector<std::string> ProblemsOf(const std::string &source)
+{
+    kvm::ModelFiles model;
+    kvm::Lines lines;
+    kvm::Problems problems;
+    if (kvm::ParseModel(source, model, lines, problems))
+        kvm::CheckModel(model, lines, problems);
+    std::vector<std::string> told;
+    for (const kvm::Problem &problem : problems)
+        told.push_back(kvm::Format("m.toml", problem));
+    return told;
+}
+
+struct Change {
+    const char *why;
+    const char *from, *to;
+    const char *key;
+    const char *text; // a part of what is said
+    int nBelow = 0;   // lines that the problem stands below the change; negative: above
+};
+
+void PrintTo(const Change &change, std::ostream *lpStream)
+{
+    *lpStream << change.why;
+}
+
+// What comes before the key: the file and the line of the change.
+std::string Place(const std::string &source, size_t at, int nBelow)
+{
+    const auto nBefore =
+        std::count(source.begin(), source.begin() + static_cast<ptrdiff_t>(at), '\n');
+    return "m.toml:" + std::to_string(nBefore + 1 + nBelow) + ": ";
+}
+
+class ModelCheck : public ::testing::TestWithParam<Change>
+{
+};
+
+TEST_P(ModelCheck, NamesLineAndKey)
+{
+    const Change &row = GetParam();
+    SCOPED_TRACE(row.why);
+    std::string source = TINY_MODEL;
+    const size_t at = source.find(row.from);
+    ASSERT_NE(at, source.npos);
+    source.replace(at, std::string(row.from).size(), row.to);
+    const std::vector<std::string> told = ProblemsOf(source);
+    const std::string start = Place(source, at, row.nBelow) + row.key + ": ";
+    const bool bFound = std::any_of(told.begin(), told.end(), [&](const std::string &line) {
+        return line.starts_with(start) && line.find(row.text, start.size()) != line.npos;
+    });
+    std::string all;
+    for (const std::string &line : told)
+        all += line + "\n";
+    EXPECT_TRUE(bFound) << "wanted " << start << "..." << row.text << "\ntold\n" << all;
+}
+
+constexpr const char *EXTRA_PAPER = "[[paper]]\nid = \"a4\"\nsize = \"210 x 297 mm\"\n\n";
+
+const Change aSyntax[] = {
+    {"an unknown key", "code = 20", "code = 20, colour = 1", "media[0].colour", "no such key"},
+    {"a key of the whole inside a record", "preview = 2", "user_slots = 2", "paper[2].user_slots",
+     "no such key"},
+    {"an unknown name", "\"on-locked\", area", "\"locked\", area", "source[0].collate",
+     "'locked' is not known; give one of user, on"},
+    {"a label that nothing has", "media = \"plain\", name", "media = \"matte\", name",
+     "resolution[0].media", "no media has the label 'matte'"},
+    {"a number that does not fit", "max_copies = 12", "max_copies = 70000", "printer.max_copies",
+     "a whole number from -32768 to 32767"},
+    {"a fraction", "level = 2", "level = 1.5", "automatic[0].level", "a whole number"},
+    {"a text for a number", "level = 2", "level = \"2\"", "automatic[0].level", "a whole number"},
+    {"a key that is missing", "id = 42\n", "", "printer.id", "missing", -1},
+    {"a length in an unknown unit", "8.5 x 11 in", "8.5 x 11 ft", "paper[1].size", "2 lengths"},
+    {"a length finer than the unit", "8.5 x 11 in", "8.125 x 11 in", "paper[1].size", "2 lengths"},
+    {"a length too many", "8.5 x 11 in", "8.5 x 11 x 3 in", "paper[1].size", "2 lengths"},
+    {"a length that does not fit", "8.5 x 11 in", "8.5 x 92 in", "paper[1].size",
+     "-32768 to 32767"},
+    {"an HT choice that does not exist", "ht = [1, 3]", "ht = [1, 4]", "rule[0].ht",
+     "a list of 0, 1, 2, 3"},
+    {"five numbers for six", "-25]", "-25, 1]", "preset[0].adjust", "6 whole numbers"},
+    {"too many data of a row", "data = [1, -2]", "data = [1, 2, 3, 4, 5, 6, 7, 8, 9]", "mw[0].data",
+     "at most 8 whole numbers"},
+    {"a pair of three", "[1, 2]", "[1, 2, 3]", "printer.pairs", "pairs of numbers"},
+    {"more pairs than the record has room for", "[1, 2]", "[1, 2], [1, 2], [1, 2]", "printer.pairs",
+     "3 of them fit"},
+    {"a name too long for its field", "max_print_width = \"8 in\"",
+     "name = \"0123456789012345678901234567890X\"\nmax_print_width = \"8 in\"", "template.name",
+     "at most 31 plain characters (this has 32)"},
+    {"a name beyond plain characters", "max_print_width = \"8 in\"",
+     "name = \"Stra\\u00dfe\"\nmax_print_width = \"8 in\"", "template.name", "plain characters"},
+    {"a name of a settings record too long", "level = 2", "level = 2\nname = \"01234567890123456\"",
+     "automatic[0].name", "at most 16", 1},
+    {"digits that are not hexadecimal", "max_copies = 12", "bytes_4 = \"0g\"", "printer.bytes_4",
+     "hexadecimal"},
+    {"a value where a table belongs", "user_papers = 4", "user_papers = 4\naux = [1]", "aux",
+     "give tables", 1},
+    {"the same label twice", "label = \"auto\"",
+     "label = \"auto\"\nresolution = 0\nink = 0\n[[automatic]]\nlabel = \"auto\"",
+     "automatic[1].label", "another record", 4},
+    {"a label that a position has", "label = \"plain\"", "label = \"media-4\"", "media[0].label",
+     "reserved"},
+};
+INSTANTIATE_TEST_SUITE_P(Syntax, ModelCheck, ::testing::ValuesIn(aSyntax));
+
+const Change aPapers[] = {
+    {"an index that is not the position", "default = \"metric\"", "default = \"metric\"\nindex = 1",
+     "paper[0].index", "own position, 0", 1},
+    {"no metric default", "default = \"metric\"", "preview = 0", "paper", "\"metric\"", -3},
+    {"two inch defaults", "preview = 2", "default = \"inch\"", "paper[2].default",
+     "second inch default"},
+    {"the same id twice", "id = \"letter\"", "id = \"a4\"", "paper[1].id", "same id"},
+    {"no user-defined paper", "id = \"user\"", "id = 257", "paper", "user-defined paper", -12},
+    {"the user-defined paper before the last", "id = \"letter\"", "id = \"user\"", "paper[1].id",
+     "must be the last"},
+    {"an id of saved sizes", "id = \"letter\"", "id = 768", "paper[1].id", "must be 1 to 767"},
+    {"no width", "[2976, 4209]", "[0, 4209]", "paper[2].size", "positive"},
+    {"margins as wide as the paper", "[10, 20, 30, 40]", "[3000, 20, 60, 40]", "paper[1].margins",
+     "something to print on"},
+    {"a negative margin", "[10, 20, 30, 40]", "[10, -1, 30, 40]", "paper[1].margins", "negative"},
+    {"largest below smallest", "8 x 44 in", "3 x 44 in", "paper[2].largest", "less than"},
+    {"fed from nowhere", "preview = 2", "sources = []", "paper[2].sources", "no source"},
+    {"fed from a source that is not there", "preview = 2", "sources = 3", "paper[2].sources",
+     "does not have"},
+    {"a preview class beyond the pictures", "preview = 2", "preview = 120", "paper[2].preview",
+     "0 to 119"},
+};
+INSTANTIATE_TEST_SUITE_P(Papers, ModelCheck, ::testing::ValuesIn(aPapers));
+
+const Change aTables[] = {
+    {"a version that the driver refuses", "user_papers = 4", "dat_version = 255", "dat_version",
+     "must be 256"},
+    {"a source kind that is not the position", "id = \"manual\"", "id = \"manual\", kind = 1",
+     "source[0].kind", "own position, 0"},
+    {"a collate code too high", "\"on-locked\", area", "5, area", "source[0].collate", "no code"},
+    {"an area code too high", "area = \"centred\"", "area = 5", "source[0].area", "no code"},
+    {"two sources of one id", "area = \"centred\" }", "area = \"centred\" }, { id = 4 }",
+     "source[1].id", "same id"},
+    {"a media number that is not the position", "code = 20", "code = 20, number = 1",
+     "media[0].number", "own position, 0"},
+    {"two media of one code", "code = 20 }", "code = 20 }, { code = 20 }", "media[1].code",
+     "same code"},
+    {"a code that means any", "code = 20", "code = 99", "media[0].code", "any media"},
+    {"a name's text beyond its range", "text = 7", "text = 100", "resolution_name[0].text",
+     "0 to 99"},
+    {"a resolution's number that is not the position", "name = \"fine\"",
+     "name = \"fine\", number = 2", "resolution[0].number", "own position, 0"},
+    {"a media that is not there", "media = \"plain\", name", "media = 1, name",
+     "resolution[0].media", "no media number 1"},
+    {"a resolution name that is not there", "name = \"fine\", dpi", "name = -1, dpi",
+     "resolution[0].name", "no resolution name number -1"},
+    {"a variant both on and off", "[\"option-on\"]", "[\"option-on\", \"option-off\"]",
+     "resolution[0].flags", "not both"},
+    {"no dots", "dpi = [720, 360], dot", "dpi = [720, 0], dot", "resolution[0].dpi", "positive"},
+    {"a resolution without a rule", "  { label = \"plain-fine\"",
+     "  { label = \"lost\", media = 0, name = 0, dpi = [9, 9] },\n  { label = \"plain-fine\"",
+     "resolution[0]", "no rule"},
+    {"a rule for a resolution that is not there",
+     "{ resolution = \"plain-fine\", ink = \"color\", r", "{ resolution = 1, ink = \"color\", r",
+     "rule[0].resolution", "no resolution number 1"},
+    {"two rules for one resolution and ink", "ink = \"black\", fd", "ink = \"color\", fd",
+     "rule[1]", "another rule"},
+    {"an unknown rule code", "hs = \"off\"", "hs = 5", "rule[0].hs", "5 is no code"},
+    {"an unknown code of the second option", "option = \"on\",", "option = 7,", "rule[0].option",
+     "7 is no code"},
+    {"no HT choice", "ht = [1, 3]", "ht = []", "rule[0].ht", "1 to 15"},
+    {"no intent", "intents = [0, 2]", "intents = 0", "rule[1].intents", "1 to 15"},
+    {"a row of a source that is not there", "source = \"feeder\", ink", "source = 5, ink",
+     "mw[0].source", "no source has the id 5"},
+    {"a row of a resolution that is not there", "dpi = [720, 360], scaled",
+     "dpi = [360, 360], scaled", "mw[0].dpi", "never chosen"},
+};
+INSTANTIATE_TEST_SUITE_P(Tables, ModelCheck, ::testing::ValuesIn(aTables));
+
+const Change aSettings[] = {
+    {"an index that is not the position", "preset = 1", "index = 5", "preset[0].index",
+     "own position, 1"},
+    {"a preset number beyond the fixed settings", "preset = 1", "preset = 2", "preset[0].preset",
+     "below the number of fixed settings, 2"},
+    {"a level that no trackbar has", "level = 2", "level = 3", "automatic[0].level", "0 to 2"},
+    {"a level of a preset", "preset = 1", "level = 1", "preset[0].level", "only Automatic"},
+    {"an HT setting that the rule forbids", "ht = 1\n", "ht = 2\n", "automatic[0].ht",
+     "does not allow 2"},
+    {"an HT setting that nothing has", "ht = 1\n", "ht = 4\n", "automatic[0].ht", "0 to 3"},
+    {"an intent that the rule forbids", "intent = 2", "intent = 1", "preset[0].intent",
+     "does not allow 1"},
+    {"an adjustment too large", "-25]", "-26]", "preset[0].adjust", "-25 to 25"},
+    {"a media other than the resolution's", "preset = 1", "media = 3", "preset[0].media",
+     "not the media of the resolution"},
+    {"as many slots as leave no number for custom", "user_settings = 3", "user_settings = 999",
+     "user_settings", "at most 1000"},
+    {"a number of saved sizes that means the user-defined one", "user_papers = 4",
+     "user_papers = 101", "user_papers", "0 to 100"},
+    {"an orientation of 0", "setting = \"auto\"", "setting = \"auto\"\norientation = 0",
+     "template.orientation", "1 to 2", 1},
+    {"a default source that is not there", "source = \"feeder\"\n", "source = 1\n",
+     "template.source", "no source number 1"},
+    {"two different default sources", "setting = \"auto\"",
+     "setting = \"auto\"\ndm.dmDefaultSource = 7", "template.source", "two different", -1},
+    {"Automatic on a predefined setting", "setting = \"auto\"", "setting = 1", "template.setting",
+     "Automatic record"},
+    {"a setting beyond the fixed ones", "setting = \"auto\"", "setting = 2\nmode = \"advanced\"",
+     "template.setting", "no fixed setting number 2"},
+    {"nothing to print on", "\"8 in\"", "0", "template.max_print_width", "1 to 32767"},
+    {"an identification that no reader takes", "setting = \"auto\"",
+     "setting = \"auto\"\ndm.dmDriverVersion = 858", "template.dm.dmDriverVersion", "859", 1},
+    {"a name without terminator", "setting = \"auto\"",
+     "setting = \"auto\"\nszTmplName = \"01234567890123456789012345678901\"", "template.name",
+     "no terminator", -2},
+    {"a negative printer id", "id = 42", "id = -1", "printer.id", "negative"},
+    {"more pairs than a settings record holds", "pairs = [[1, 2], [3, 65535]]", "pair_count = 21",
+     "printer.pairs", "0 to 20", -3},
+    {"a list of pairs that leaves the record", "pairs = [[1, 2], [3, 65535]]",
+     "pair_count = 3\npair_offset = 2", "printer.pairs", "leaves the printer record", -3},
+};
+INSTANTIATE_TEST_SUITE_P(Settings, ModelCheck, ::testing::ValuesIn(aSettings));
+
+TEST(ModelCheckWhole, TinyModelIsGood)
+{
+    EXPECT_EQ(ProblemsOf(TINY_MODEL), std::vector<std::string>());
+}
+
+TEST(ModelCheckWhole, EveryProblemIsToldInTheOrderOfLines)
+{
+    std::string source = TINY_MODEL;
+    for (const auto &[from, to] :
+         {std::pair{"code = 20", "code = 99"}, {"level = 2", "level = 3"}, {"id = 42", "id = -1"}})
+        source.replace(source.find(from), std::string(from).size(), to);
+    const std::vector<std::string> told = ProblemsOf(source);
+    ASSERT_EQ(told.size(), 3u);
+    EXPECT_TRUE(told[0].find("media[0].code") != std::string::npos &&
+                told[1].find("automatic[0].level") != std::string::npos &&
+                told[2].find("printer.id") != std::string::npos)
+        << told[0] << told[1] << told[2];
+}
+
+TEST(ModelCheckWhole, MWRowsEndAt98)
+{
+    std::string rows;
+    for (int i = 0; i < 97; ++i)
+        rows += "{ dpi = [720, 360], data = [" + std::to_string(i) + "] },\n";
+    std::string source = TINY_MODEL;
+    source.insert(source.find("mw = [") + 6, rows);
+    EXPECT_TRUE(ProblemsOf(source).empty());
+    source.insert(source.find("mw = [") + 6, "{ dpi = [720, 360], data = [] },");
+    ASSERT_EQ(ProblemsOf(source).size(), 1u);
+    EXPECT_NE(ProblemsOf(source)[0].find(": mw: 99 rows; at most 98"), std::string::npos);
+}
+
+TEST(ModelCheckWhole, WhatIsNotTomlHasALine)
+{
+    const std::vector<std::string> told = ProblemsOf("user_papers = 4\n[[paper]\n");
+    ASSERT_EQ(told.size(), 1u);
+    EXPECT_TRUE(told[0].starts_with("m.toml:2: not TOML: ")) << told[0];
+    EXPECT_EQ(told[0].find('\n'), std::string::npos);
+}
+
+TEST(ModelCheckWhole, AnEmptySourceLacksEverything)
+{
+    EXPECT_EQ(ProblemsOf("").size(), 2u) << "template and printer have no defaults";
+    const std::vector<std::string> told =
+        ProblemsOf("[template]\nsource = 0\nsetting = 0\nmax_print_width = 1\nmodel_tag = "
+                   "0\n[printer]\nid = 1\n");
+    for (const char *part : {"source: 0 sources", "paper: the user-defined", "paper: no paper is",
+                             "media: 0 media", "resolution: there must", "automatic: there must",
+                             "template.setting: there is no", "template.source: there is no"}) {
+        const bool bTold = std::any_of(told.begin(), told.end(), [&](const std::string &line) {
+            return line.find(part) != line.npos;
+        });
+        EXPECT_TRUE(bTold) << part;
+    }
+}
+
+} // namespace

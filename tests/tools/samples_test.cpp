@@ -1,0 +1,112 @@
+// The sample models as they are built: every text that their data asks for is there, in both
+// languages, and the model table leads to the files.
+#include <fstream>
+#include <iterator>
+#include <set>
+
+#include "base/modeltable.h"
+#include "tests/support/machine.h"
+#include "tests/support/model_builder.h"
+#include "tools/kvmodel/model.h"
+
+namespace
+{
+
+Bytes FileBytes(const std::string &name)
+{
+    std::ifstream stream(KV_SAMPLE_ROOT "/c/winnt35/" + name, std::ios::binary);
+    EXPECT_TRUE(stream) << name;
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+// The numbers of all texts that a model's tables name.
+std::set<UINT> TextsOf(const kvm::ModelFiles &model)
+{
+    std::set<UINT> ids = {1300, 1301, 1302, 1303, 1400, 1401, 1402, 1403, 1650, 6655, 6671,
+                          6672, 6673, 6674, 6677, 6800, 6801, 6900, 6901, 6902, 7102};
+    const auto add = [&](int first, int n) { ids.insert(static_cast<UINT>(first + n)); };
+    for (const PaperRecord &paper : model.papers)
+        add(0, paper.wId);
+    for (const MediaRecord &media : model.media)
+        add(1100, media.wName);
+    for (const int16_t name : model.resNames)
+        add(1200, name);
+    for (const BinRecord &source : model.sources)
+        add(1500, source.wKind);
+    for (const SettingsRecord &preset : model.presets)
+        add(1600, preset.wPreset);
+    for (const SettingsRecord &setting : model.automatic) {
+        add(1700, setting.wAutoLabel);
+        add(1710, setting.wAutoLabel);
+    }
+    for (UINT id = 6401; id <= 6408; ++id)
+        ids.insert(id);
+    for (UINT id = 6658; id <= 6660; ++id)
+        ids.insert(id);
+    for (UINT id = 6803; id <= 6806; ++id)
+        ids.insert(id);
+    return ids;
+}
+
+struct Sample {
+    const char *name, *data, *ui;
+};
+constexpr Sample aSamples[] = {{"KORVA KJ-150", "KJ150", "KJ150UI"},
+                               {"KORVA KJ-820 Pro", "KJ820PRO", "KJ820UI"}};
+
+class Samples : public MachineTest
+{
+};
+
+TEST_F(Samples, EveryTextIsThereInBothLanguages)
+{
+    for (const Sample &sample : aSamples) {
+        const std::string base = sample.data;
+        kvm::ModelFiles model;
+        kvm::Problems problems;
+        ASSERT_TRUE(
+            kvm::ReadModel(FileBytes(base + ".dat"), FileBytes(base + ".cfg"), model, problems));
+        const std::string library = std::string(DRIVER_DIR) + sample.ui + ".DLL";
+        kvp::PutMemoryFile(library, FileBytes("system32/spool/drivers/w32x86/1/" +
+                                              std::string(sample.ui) + ".DLL"));
+        std::set<std::u16string> english;
+        for (const LANGID language : {LANGID{0x0409}, LANGID{0x0411}}) {
+            machine.wLang = language;
+            Apply();
+            const HMODULE module = LoadLibraryA(library.c_str());
+            ASSERT_NE(module, nullptr);
+            for (const UINT id : TextsOf(model)) {
+                SCOPED_TRACE(std::to_string(id) + " " + sample.name);
+                WCHAR text[256];
+                EXPECT_GT(LoadStringW(module, id, text, 256), 0);
+                // Papers may be called the same everywhere; entry points are.
+                const bool bTranslated = id >= 1100 && (id < 6658 || id > 6660);
+                if (language == 0x0409)
+                    english.insert(text);
+                else
+                    EXPECT_TRUE(!bTranslated || !english.contains(text)) << "not translated";
+            }
+            FreeLibrary(module);
+        }
+    }
+}
+
+TEST_F(Samples, ModelTableLeadsToTheFilesInEveryLanguage)
+{
+    kvm::ModelTable table;
+    kvm::Problems problems;
+    ASSERT_TRUE(kvm::ReadTable(FileBytes("system32/kv_model.dat"), table, problems));
+    std::set<int> languages;
+    for (const kvm::TableSectionRecords &section : table.sections) {
+        languages.insert(section.head.cLanguage);
+        ASSERT_EQ(section.records.size(), std::size(aSamples));
+        for (size_t i = 0; i < std::size(aSamples); ++i) {
+            EXPECT_STREQ(section.records[i].szModel, aSamples[i].name);
+            EXPECT_STREQ(section.records[i].szDat, aSamples[i].data);
+            EXPECT_STREQ(section.records[i].szUIRc, aSamples[i].ui);
+        }
+    }
+    EXPECT_EQ(languages, (std::set<int>{7, 9, 0x11}));
+}
+
+} // namespace

@@ -8,11 +8,11 @@ namespace kvp
 void GroupBox::Paint(HDC hdc)
 {
     const COLORREF back = AskColors(*this, hdc, WM_CTLCOLORBTN);
-    const RECT rc = Client();
+    const RECT whole = Client();
     // A box lower than a text is only a line.
-    const int top = text.empty() && rc.bottom < LINE_HEIGHT ? 0 : LINE_HEIGHT / 2;
-    const RECT line{0, top, rc.right, rc.bottom};
-    Outline(hdc, {1, top + 1, rc.right, rc.bottom}, LIGHT);
+    const int top = text.empty() && whole.bottom < LINE_HEIGHT ? 0 : LINE_HEIGHT / 2;
+    const RECT line{0, top, whole.right, whole.bottom};
+    Outline(hdc, {1, top + 1, whole.right, whole.bottom}, LIGHT);
     Outline(hdc, {0, line.top, line.right - 1, line.bottom - 1}, SHADOW);
     if (text.empty())
         return;

@@ -17,16 +17,16 @@ void MarkButton::SetCheck(bool on)
 
 void MarkButton::Paint(HDC hdc)
 {
-    const RECT rc = Client();
-    Fill(hdc, rc, AskColors(*this, hdc, WM_CTLCOLORBTN));
-    const int top = (Height(rc) - MARK) / 2;
+    const RECT whole = Client();
+    Fill(hdc, whole, AskColors(*this, hdc, WM_CTLCOLORBTN));
+    const int top = (Height(whole) - MARK) / 2;
     PaintMark(hdc, {0, top, MARK, top + MARK});
-    const RECT label{MARK + GAP, 0, rc.right, rc.bottom};
+    const RECT label{MARK + GAP, 0, whole.right, whole.bottom};
     DrawLabel(hdc, label, text, TEXT_MIDDLE | TEXT_PREFIX);
     if (HasFocus() && !text.empty()) {
         const POINT size = TextSize(text, TEXT_PREFIX);
-        const int y = (Height(rc) - size.y) / 2;
-        FocusFrame(hdc, Intersect(rc, {label.left - 2, y - 1, label.left + size.x + 2,
+        const int y = (Height(whole) - size.y) / 2;
+        FocusFrame(hdc, Intersect(whole, {label.left - 2, y - 1, label.left + size.x + 2,
                                        y + size.y + 1}));
     }
 }
@@ -38,18 +38,18 @@ void CheckBox::Press()
     Notify(BN_CLICKED);
 }
 
-void CheckBox::PaintMark(HDC hdc, const RECT &rc)
+void CheckBox::PaintMark(HDC hdc, const RECT &mark)
 {
-    Fill(hdc, rc, held ? FACE : LIGHT);
-    Bevel(hdc, rc, SHADOW, LIGHT);
-    Bevel(hdc, Shrunk(rc, 1), DARK, FACE);
+    Fill(hdc, mark, held ? FACE : LIGHT);
+    Bevel(hdc, mark, SHADOW, LIGHT);
+    Bevel(hdc, Shrunk(mark, 1), DARK, FACE);
     if (!IsChecked())
         return;
     // A tick, three pixels thick, falling then rising.
     static constexpr int aRise[] = {5, 6, 7, 6, 5, 4, 3};
     for (int i = 0; i < static_cast<int>(std::size(aRise)); ++i)
         Fill(hdc,
-             {rc.left + 3 + i, rc.top + aRise[i], rc.left + 4 + i, rc.top + aRise[i] + 3},
+             {mark.left + 3 + i, mark.top + aRise[i], mark.left + 4 + i, mark.top + aRise[i] + 3},
              enabled ? DARK : SHADOW);
 }
 
@@ -80,14 +80,14 @@ static void Disc(HDC hdc, const RECT &rc, int inset, COLORREF upper, COLORREF lo
         }
 }
 
-void RadioButton::PaintMark(HDC hdc, const RECT &rc)
+void RadioButton::PaintMark(HDC hdc, const RECT &mark)
 {
     const COLORREF inside = held ? FACE : LIGHT;
-    Disc(hdc, rc, 0, SHADOW, LIGHT);
-    Disc(hdc, rc, 1, DARK, FACE);
-    Disc(hdc, rc, 2, inside, inside);
+    Disc(hdc, mark, 0, SHADOW, LIGHT);
+    Disc(hdc, mark, 1, DARK, FACE);
+    Disc(hdc, mark, 2, inside, inside);
     if (IsChecked())
-        Disc(hdc, rc, 4, enabled ? DARK : SHADOW, enabled ? DARK : SHADOW);
+        Disc(hdc, mark, 4, enabled ? DARK : SHADOW, enabled ? DARK : SHADOW);
 }
 
 } // namespace kvp

@@ -30,28 +30,28 @@ void PushButton::FocusChanged(bool)
 
 void PushButton::Paint(HDC hdc)
 {
-    RECT rc = Client();
-    Fill(hdc, rc, AskColors(*this, hdc, WM_CTLCOLORBTN));
-    Outline(hdc, rc, DARK);
+    RECT face = Client();
+    Fill(hdc, face, AskColors(*this, hdc, WM_CTLCOLORBTN));
+    Outline(hdc, face, DARK);
     if (IsDefault()) {
-        rc = Shrunk(rc, 1);
-        Outline(hdc, rc, DARK);
+        face = Shrunk(face, 1);
+        Outline(hdc, face, DARK);
     }
-    rc = Shrunk(rc, 1);
-    Fill(hdc, rc, FACE);
+    face = Shrunk(face, 1);
+    Fill(hdc, face, FACE);
     if (held) {
-        Bevel(hdc, rc, SHADOW, FACE);
+        Bevel(hdc, face, SHADOW, FACE);
     } else {
-        Bevel(hdc, rc, LIGHT, SHADOW);
-        Bevel(hdc, Shrunk(rc, 1), FACE, FACE);
-        Fill(hdc, {rc.left + 1, rc.bottom - 2, rc.right - 1, rc.bottom - 1}, SHADOW);
-        Fill(hdc, {rc.right - 2, rc.top + 1, rc.right - 1, rc.bottom - 1}, SHADOW);
+        Bevel(hdc, face, LIGHT, SHADOW);
+        Bevel(hdc, Shrunk(face, 1), FACE, FACE);
+        Fill(hdc, {face.left + 1, face.bottom - 2, face.right - 1, face.bottom - 1}, SHADOW);
+        Fill(hdc, {face.right - 2, face.top + 1, face.right - 1, face.bottom - 1}, SHADOW);
     }
     const int shift = held ? 1 : 0;
-    DrawTextIn(hdc, Moved(Shrunk(rc, 2), shift, shift), text,
+    DrawTextIn(hdc, Moved(Shrunk(face, 2), shift, shift), text,
                TEXT_CENTER | TEXT_MIDDLE | TEXT_PREFIX, enabled ? DARK : SHADOW);
     if (HasFocus())
-        FocusFrame(hdc, Moved(Shrunk(rc, 3), shift, shift));
+        FocusFrame(hdc, Moved(Shrunk(face, 3), shift, shift));
 }
 
 } // namespace kvp

@@ -11,15 +11,15 @@ namespace kvp
 // A long bar has square arrows at its ends, a short one is all arrows.
 RECT ScrollBar::ArrowRect(bool second) const
 {
-    const RECT rc = Client();
+    const RECT whole = Client();
     if (IsVertical()) {
-        const int size = std::min(static_cast<int>(rc.bottom) / 2, SCROLL_WIDTH);
-        const int length = rc.bottom > 3 * SCROLL_WIDTH ? size : rc.bottom / 2;
-        return second ? RECT{0, rc.bottom - length, rc.right, rc.bottom}
-                      : RECT{0, 0, rc.right, length};
+        const int size = std::min(static_cast<int>(whole.bottom) / 2, SCROLL_WIDTH);
+        const int length = whole.bottom > 3 * SCROLL_WIDTH ? size : whole.bottom / 2;
+        return second ? RECT{0, whole.bottom - length, whole.right, whole.bottom}
+                      : RECT{0, 0, whole.right, length};
     }
-    const int length = rc.right > 3 * SCROLL_WIDTH ? SCROLL_WIDTH : rc.right / 2;
-    return second ? RECT{rc.right - length, 0, rc.right, rc.bottom} : RECT{0, 0, length, rc.bottom};
+    const int length = whole.right > 3 * SCROLL_WIDTH ? SCROLL_WIDTH : whole.right / 2;
+    return second ? RECT{whole.right - length, 0, whole.right, whole.bottom} : RECT{0, 0, length, whole.bottom};
 }
 
 void ScrollBar::Send(int code)

@@ -213,6 +213,11 @@ KV_IMPORT HFILE WINAPI _lclose(HFILE hFile);
 // can refuse the load. Null on failure; released with FreeLibrary.
 KV_IMPORT HMODULE WINAPI LoadLibraryA(LPCSTR lpLibFileName);
 KV_IMPORT BOOL WINAPI FreeLibrary(HMODULE hLibModule);
+// A shared object's exported function; null when it has none of this name.
+KV_IMPORT FARPROC WINAPI GetProcAddress(HMODULE hModule, LPCSTR lpProcName);
+// Of the running program only, null: its full path, cut to the buffer. Bytes without the
+// terminator.
+KV_IMPORT DWORD WINAPI GetModuleFileNameA(HMODULE hModule, LPSTR lpFilename, DWORD nSize);
 
 // Characters written without the terminator, cut to the buffer; 0 when there is no such string.
 KV_IMPORT int WINAPI LoadStringA(HINSTANCE hInstance, UINT uID, LPSTR lpBuffer, int cchBufferMax);

@@ -33,8 +33,8 @@ static constexpr char FONT_CONFIGURATION[] = R"(<?xml version="1.0"?>
   <cachedir>/var/cache/fontconfig</cachedir>
   <selectfont>
     <acceptfont>
-      <pattern><patelt name="family"><string>DejaVu Sans</string></patelt></pattern>
-      <pattern><patelt name="family"><string>Noto Sans CJK JP</string></patelt></pattern>
+      <glob>*/DejaVuSansCondensed*</glob>
+      <glob>*/NotoSansCJK-*</glob>
     </acceptfont>
     <rejectfont><glob>*</glob></rejectfont>
   </selectfont>

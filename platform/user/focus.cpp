@@ -2,6 +2,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/host.h"
+#include "platform/user/dialog.h"
 #include "platform/user/window.h"
 
 namespace kvp
@@ -118,6 +120,13 @@ void LeaveFocus(Window *window)
 } // namespace kvp
 
 using namespace kvp;
+
+HWND kvp::TopWindow()
+{
+    Window *top = ActiveWindow();
+    Dialog *shown = top ? ShownDialog(*top) : nullptr;
+    return shown ? shown->Handle() : top ? top->Handle() : nullptr;
+}
 
 HWND SetFocus(HWND hWnd)
 {

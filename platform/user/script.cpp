@@ -27,6 +27,7 @@ struct Player {
     Source source;
     std::optional<std::string> peeked;
     std::deque<std::function<void()>> steps; // of the action under way
+    std::deque<std::function<void()>> added; // by the step under way; they come before the others
     std::deque<Input> inputs;
     Play play{};
     std::string shots;
@@ -41,12 +42,12 @@ static Player &ThePlayer()
 
 void QueueInput(const Input &input)
 {
-    ThePlayer().steps.push_back([input] { ThePlayer().inputs.push_back(input); });
+    ThePlayer().added.push_back([input] { ThePlayer().inputs.push_back(input); });
 }
 
 void QueueStep(void (*step)(const std::vector<Word> &), const std::vector<Word> &words)
 {
-    ThePlayer().steps.push_back([step, words] { step(words); });
+    ThePlayer().added.push_back([step, words] { step(words); });
 }
 
 const std::string &ShotsFolder()
@@ -73,6 +74,7 @@ void FailPlay(const std::string &why)
 {
     Player &player = ThePlayer();
     player.steps.clear();
+    player.added.clear();
     player.inputs.clear();
     if (player.play.bFailed)
         return;
@@ -92,6 +94,13 @@ static void Begin(const std::string &line)
     StartAction(words);
 }
 
+static void TakeAdded()
+{
+    Player &player = ThePlayer();
+    player.steps.insert(player.steps.begin(), player.added.begin(), player.added.end());
+    player.added.clear();
+}
+
 // One step, which may lead to an input. False when there is nothing left to do.
 static bool PlayOn()
 {
@@ -101,11 +110,13 @@ static bool PlayOn()
             const auto step = player.steps.front();
             player.steps.pop_front();
             step();
+            TakeAdded();
             return true;
         }
         const auto line = NextLine();
         if (line)
             Begin(*line);
+        TakeAdded();
         return line.has_value();
     } catch (const ActionError &e) {
         FailPlay(fmt::format("script line {}: {}", player.play.nLine, e.why));

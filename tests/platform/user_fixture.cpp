@@ -39,9 +39,18 @@ void UserTest::Person(std::vector<Step> steps)
     });
 }
 
+void UserTest::CheckPlay()
+{
+    EXPECT_EQ(kvp::CurrentPlay().bFailed, bPlayFails) << kvp::CurrentPlay().strWhy;
+    EXPECT_TRUE(aSteps.empty() || bPlayFails) << aSteps.size() << " steps are left";
+}
+
 INT_PTR UserTest::Dialog(int id)
 {
-    return DialogBoxParamA(hSample, MAKEINTRESOURCEA(id), nullptr, Procedure, 0x1234);
+    const INT_PTR result =
+        DialogBoxParamA(hSample, MAKEINTRESOURCEA(id), nullptr, Procedure, 0x1234);
+    CheckPlay();
+    return result;
 }
 
 INT_PTR UserTest::Sheet()
@@ -64,7 +73,9 @@ INT_PTR UserTest::Sheet()
     header.pszCaption = "KORVA 500";
     header.nPages = 3;
     header.ppsp = pages;
-    return PropertySheetA(&header);
+    const INT_PTR result = PropertySheetA(&header);
+    CheckPlay();
+    return result;
 }
 
 INT_PTR CALLBACK UserTest::Procedure(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)

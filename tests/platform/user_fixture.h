@@ -27,6 +27,9 @@ class UserTest : public MachineTest
     // A line of a script, or a look at what it has led to.
     using Step = std::variant<const char *, std::function<void()>>;
     void Person(std::vector<Step> steps);
+    // The play must have gone through to its last step by the time a dialog or sheet ends, unless
+    // it is to fail.
+    bool bPlayFails = false;
     // Runs a sample dialog, or the sheet of the first three.
     INT_PTR Dialog(int id);
     INT_PTR Sheet();
@@ -56,6 +59,7 @@ class UserTest : public MachineTest
     static INT_PTR CALLBACK Procedure(HWND, UINT, WPARAM, LPARAM);
     INT_PTR Handle(HWND, UINT, WPARAM, LPARAM);
     void Log(HWND, UINT, WPARAM, LPARAM);
+    void CheckPlay();
     std::deque<Step> aSteps;
 };
 

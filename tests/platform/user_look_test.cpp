@@ -20,7 +20,7 @@ class UserLook : public UserTest
     {
         const int id = GetDlgCtrlID(hDlg);
         if (id == IDD_FIRST) {
-            Fill(IDC_LIST, {"Standard", "Fine", "Photo 日本", "Draft", "My own setting"});
+            Fill(IDC_LIST, {"Standard", "Fine", "Photo \x93\xFA\x96\x7B", "Draft", "My own setting"});
             Send(IDC_LIST, CB_SETCURSEL, 1);
             SetDlgItemInt(hDlg, IDC_NUMBER, 1, TRUE);
             CheckRadioButton(hDlg, IDC_AUTO, IDC_MANUAL, IDC_MANUAL);

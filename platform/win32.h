@@ -249,8 +249,7 @@ using DLGPROC = INT_PTR(CALLBACK *)(HWND, UINT, WPARAM, LPARAM);
 
 // Disables the owner, runs until EndDialog, enables it again. -1 when there is no such template.
 KV_IMPORT INT_PTR WINAPI DialogBoxParamA(HINSTANCE hInstance, LPCSTR lpTemplateName,
-                                         HWND hWndParent, DLGPROC lpDialogFunc,
-                                         LPARAM dwInitParam);
+                                         HWND hWndParent, DLGPROC lpDialogFunc, LPARAM dwInitParam);
 KV_IMPORT BOOL WINAPI EndDialog(HWND hDlg, INT_PTR nResult);
 KV_IMPORT HWND WINAPI GetDlgItem(HWND hDlg, int nIDDlgItem);
 KV_IMPORT LRESULT WINAPI SendDlgItemMessageA(HWND hDlg, int nIDDlgItem, UINT Msg, WPARAM wParam,

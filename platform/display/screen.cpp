@@ -53,8 +53,9 @@ static void OpenBackend(const Screen &screen)
     if (current)
         current->close();
     current = nullptr;
-    const std::string name =
-        !screen.strDisplay.empty() ? screen.strDisplay : HasDisplay() ? "sdl" : "headless";
+    const std::string name = !screen.strDisplay.empty() ? screen.strDisplay
+                             : HasDisplay()             ? "sdl"
+                                                        : "headless";
     for (const Backend *backend : aBackends) {
         std::string why;
         if (name != backend->name)

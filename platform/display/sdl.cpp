@@ -79,14 +79,22 @@ static KeyCode CodeOf(SDL_Keycode code)
         SDL_Keycode sdl;
         KeyCode code;
     } aKeys[] = {
-        {SDLK_RETURN, KeyCode::Enter},     {SDLK_KP_ENTER, KeyCode::Enter},
-        {SDLK_ESCAPE, KeyCode::Escape},    {SDLK_TAB, KeyCode::Tab},
-        {SDLK_SPACE, KeyCode::Space},      {SDLK_BACKSPACE, KeyCode::Backspace},
-        {SDLK_DELETE, KeyCode::Delete},    {SDLK_UP, KeyCode::Up},
-        {SDLK_DOWN, KeyCode::Down},        {SDLK_LEFT, KeyCode::Left},
-        {SDLK_RIGHT, KeyCode::Right},      {SDLK_HOME, KeyCode::Home},
-        {SDLK_END, KeyCode::End},          {SDLK_PAGEUP, KeyCode::PageUp},
-        {SDLK_PAGEDOWN, KeyCode::PageDown}, {SDLK_F1, KeyCode::F1},
+        {SDLK_RETURN, KeyCode::Enter},
+        {SDLK_KP_ENTER, KeyCode::Enter},
+        {SDLK_ESCAPE, KeyCode::Escape},
+        {SDLK_TAB, KeyCode::Tab},
+        {SDLK_SPACE, KeyCode::Space},
+        {SDLK_BACKSPACE, KeyCode::Backspace},
+        {SDLK_DELETE, KeyCode::Delete},
+        {SDLK_UP, KeyCode::Up},
+        {SDLK_DOWN, KeyCode::Down},
+        {SDLK_LEFT, KeyCode::Left},
+        {SDLK_RIGHT, KeyCode::Right},
+        {SDLK_HOME, KeyCode::Home},
+        {SDLK_END, KeyCode::End},
+        {SDLK_PAGEUP, KeyCode::PageUp},
+        {SDLK_PAGEDOWN, KeyCode::PageDown},
+        {SDLK_F1, KeyCode::F1},
         {SDLK_F4, KeyCode::F4},
     };
     for (const auto &row : aKeys)

@@ -48,9 +48,8 @@ static size_t RowBytes(int width, int bits)
 static bool IsReadable(const InfoHeader &header, size_t bytes, bool icon)
 {
     const int64_t height = std::llabs(static_cast<int64_t>(header.biHeight));
-    const bool depth = header.biBitCount == 1 || header.biBitCount == 4 ||
-                       header.biBitCount == 8 || header.biBitCount == 24 ||
-                       header.biBitCount == 32;
+    const bool depth = header.biBitCount == 1 || header.biBitCount == 4 || header.biBitCount == 8 ||
+                       header.biBitCount == 24 || header.biBitCount == 32;
     return header.biSize >= sizeof header && header.biSize <= bytes && depth &&
            header.biCompression == 0 && header.biPlanes == 1 && header.biWidth > 0 &&
            header.biWidth <= MOST_PIXELS_ACROSS && height > 0 && height <= MOST_PIXELS_ACROSS &&
@@ -107,7 +106,8 @@ static uint32_t PixelAt(const Parts &parts, const uint8_t *row, size_t x)
 static void DecodeRow(const Parts &parts, size_t stored, uint32_t *to)
 {
     const uint8_t *row = parts.rows.data() + stored * parts.rowBytes;
-    const uint8_t *mask = parts.mask.empty() ? nullptr : parts.mask.data() + stored * parts.maskBytes;
+    const uint8_t *mask =
+        parts.mask.empty() ? nullptr : parts.mask.data() + stored * parts.maskBytes;
     for (size_t x = 0; x < static_cast<size_t>(parts.width); ++x)
         if (!mask || !(mask[x / 8] >> (7 - x % 8) & 1))
             to[x] = PixelAt(parts, row, x);
@@ -154,7 +154,8 @@ std::shared_ptr<Surface> LoadIconSurface(HINSTANCE module, WORD id, COLORREF bac
     }
     if (best < 0)
         return nullptr;
-    return DecodeDib(FindResource(module, RESOURCE_ICON, static_cast<WORD>(best)), true, background);
+    return DecodeDib(FindResource(module, RESOURCE_ICON, static_cast<WORD>(best)), true,
+                     background);
 }
 
 } // namespace kvp
@@ -167,7 +168,7 @@ HBITMAP LoadBitmapA(HINSTANCE hInstance, LPCSTR lpBitmapName)
     if (id > 0xFFFF)
         return nullptr;
     int bits = 0;
-    auto surface =
-        DecodeDib(FindResource(hInstance, RESOURCE_BITMAP, static_cast<uint16_t>(id)), false, 0, &bits);
+    auto surface = DecodeDib(FindResource(hInstance, RESOURCE_BITMAP, static_cast<uint16_t>(id)),
+                             false, 0, &bits);
     return surface ? NewBitmap(std::move(surface), static_cast<int>(id), bits) : nullptr;
 }

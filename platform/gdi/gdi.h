@@ -18,13 +18,13 @@ enum class ObjectKind { Pen, Brush, Bitmap, Font, Region };
 
 struct Object {
     ObjectKind kind;
-    bool stock = false;                // never deleted
-    COLORREF color = 0;                // pens and brushes
-    int style = PS_SOLID;              // pens
-    RECT region{};                     // regions
+    bool stock = false;                 // never deleted
+    COLORREF color = 0;                 // pens and brushes
+    int style = PS_SOLID;               // pens
+    RECT region{};                      // regions
     std::shared_ptr<Surface> surface{}; // bitmaps
-    int id = 0;                        // bitmaps: their number in the resource library
-    int bitsPerPixel = 0;              // bitmaps: as stored
+    int id = 0;                         // bitmaps: their number in the resource library
+    int bitsPerPixel = 0;               // bitmaps: as stored
 };
 
 // Null for anything that is no living object.

@@ -160,12 +160,14 @@ BOOL UnrealizeObject(HGDIOBJ h)
 int GetObjectA(HGDIOBJ h, int c, LPVOID pv)
 {
     const Object *object = ObjectOf(h);
-    if (!object || object->kind != ObjectKind::Bitmap || c < static_cast<int>(sizeof(BITMAP)) || !pv)
+    if (!object || object->kind != ObjectKind::Bitmap || c < static_cast<int>(sizeof(BITMAP)) ||
+        !pv)
         return 0;
     const LONG bits = object->bitsPerPixel;
     const LONG w = object->surface->width;
     *static_cast<BITMAP *>(pv) = {
-        0, w, object->surface->height, (w * bits + 15) / 16 * 2, 1, static_cast<WORD>(bits), nullptr};
+        0,      w, object->surface->height, (w * bits + 15) / 16 * 2, 1, static_cast<WORD>(bits),
+        nullptr};
     return sizeof(BITMAP);
 }
 

@@ -66,8 +66,7 @@ static PangoContext *Context()
     static PangoContext *const context = [] {
         FcConfig *config = FcConfigCreate();
         FcConfigParseAndLoadFromMemory(config,
-                                       reinterpret_cast<const FcChar8 *>(FONT_CONFIGURATION),
-                                       1);
+                                       reinterpret_cast<const FcChar8 *>(FONT_CONFIGURATION), 1);
         FcConfigBuildFonts(config);
         PangoFontMap *map = pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT);
         pango_fc_font_map_set_config(PANGO_FC_FONT_MAP(map), config);
@@ -90,7 +89,8 @@ static PangoLayout *Layout(const std::string &utf8, unsigned flags, int wrapAt)
 {
     static PangoLayout *const layout = pango_layout_new(Context());
     static PangoFontDescription *const font = [] {
-        PangoFontDescription *d = pango_font_description_from_string("DejaVu Sans,Noto Sans CJK JP");
+        PangoFontDescription *d =
+            pango_font_description_from_string("DejaVu Sans,Noto Sans CJK JP");
         pango_font_description_set_stretch(d, PANGO_STRETCH_SEMI_CONDENSED);
         pango_font_description_set_absolute_size(d, FONT_PIXELS * PANGO_SCALE);
         return d;
@@ -200,10 +200,13 @@ static void BlendPixel(uint32_t &pixel, uint32_t color, uint32_t alpha)
         pixel = color;
         return;
     }
+    // Two channels at once; a division by 255 that is exact, so that a colour on itself stays.
     const uint32_t rest = 255 - alpha;
-    const uint32_t rb = (pixel & 0xFF00FF) * rest + (color & 0xFF00FF) * alpha + 0x800080;
-    const uint32_t g = (pixel & 0x00FF00) * rest + (color & 0x00FF00) * alpha + 0x008000;
-    pixel = (rb >> 8 & 0xFF00FF) | (g >> 8 & 0x00FF00);
+    uint32_t rb = (pixel & 0xFF00FF) * rest + (color & 0xFF00FF) * alpha + 0x800080;
+    uint32_t g = (pixel >> 8 & 0xFF) * rest + (color >> 8 & 0xFF) * alpha + 0x80;
+    rb = (rb + (rb >> 8 & 0xFF00FF)) >> 8 & 0xFF00FF;
+    g = (g + (g >> 8)) >> 8 & 0xFF;
+    pixel = rb | g << 8;
 }
 
 static void Blend(const Dc &dc, const RECT &clip, const Block &block, int left, int top,
@@ -213,8 +216,8 @@ static void Blend(const Dc &dc, const RECT &clip, const Block &block, int left, 
     const RECT part = Intersect(Intersect(clip, {0, 0, to.width, to.height}),
                                 {left, top, left + block.width, top + block.height});
     for (int y = part.top; y < part.bottom; ++y) {
-        const uint8_t *alpha = block.coverage.data() +
-                               static_cast<size_t>(y - top) * static_cast<size_t>(block.width);
+        const uint8_t *alpha =
+            block.coverage.data() + static_cast<size_t>(y - top) * static_cast<size_t>(block.width);
         uint32_t *row = to.Row(y);
         for (int x = part.left; x < part.right; ++x)
             if (alpha[x - left])

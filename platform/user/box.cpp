@@ -70,7 +70,8 @@ static RECT PlaceOf(Window *owner, const std::u16string &text, UINT type)
     const POINT area = TextArea(text);
     const int beside = type >> 4 & 0xF ? ICON + MARGIN : 0;
     const int width = std::max({beside + static_cast<int>(area.x), ButtonsWidth(type), NARROWEST});
-    const int height = std::max(static_cast<int>(area.y), beside ? ICON : 0) + MARGIN + BUTTON_HEIGHT;
+    const int height =
+        std::max(static_cast<int>(area.y), beside ? ICON : 0) + MARGIN + BUTTON_HEIGHT;
     return PlaceOver(owner, width + 2 * MARGIN + 2 * FRAME_SIDE,
                      height + 2 * MARGIN + FRAME_TOP + FRAME_SIDE);
 }
@@ -87,7 +88,8 @@ BoxWindow::BoxWindow(Window *boxOwner, std::u16string boxText, std::u16string ca
     // Bits 8 and 9 name the default button by its position; it comes first otherwise.
     const size_t standard = std::min<size_t>(type >> 8 & 3, BoxButtons(type).size() - 1);
     for (const BoxButton &button : BoxButtons(type)) {
-        const DWORD kind = button.id == BoxButtons(type)[standard].id ? BUTTON_DEFAULT : BUTTON_PUSH;
+        const DWORD kind =
+            button.id == BoxButtons(type)[standard].id ? BUTTON_DEFAULT : BUTTON_PUSH;
         MakeControl(*this, u"button", WS_VISIBLE | WS_TABSTOP | kind, button.id,
                     {left, top, left + BUTTON_WIDTH, top + BUTTON_HEIGHT}, TextOf(button.text));
         left += BUTTON_WIDTH + GAP;

@@ -11,11 +11,17 @@ static constexpr DWORD OWNER_DRAWN = 0x30; // fixed or variable height
 static constexpr int BORDER = 4;           // above and below the item in the field
 static constexpr int ARROW = 17;
 
-static constexpr ListMessages aNumbers{
-    .insert = CB_INSERTSTRING, .reset = CB_RESETCONTENT, .count = CB_GETCOUNT,
-    .getSelection = CB_GETCURSEL, .setSelection = CB_SETCURSEL, .getText = CB_GETLBTEXT,
-    .getData = CB_GETITEMDATA, .setData = CB_SETITEMDATA, .find = CB_FINDSTRING,
-    .findWhole = CB_FINDSTRINGEXACT, .select = CB_SELECTSTRING};
+static constexpr ListMessages aNumbers{.insert = CB_INSERTSTRING,
+                                       .reset = CB_RESETCONTENT,
+                                       .count = CB_GETCOUNT,
+                                       .getSelection = CB_GETCURSEL,
+                                       .setSelection = CB_SETCURSEL,
+                                       .getText = CB_GETLBTEXT,
+                                       .getData = CB_GETITEMDATA,
+                                       .setData = CB_SETITEMDATA,
+                                       .find = CB_FINDSTRING,
+                                       .findWhole = CB_FINDSTRINGEXACT,
+                                       .select = CB_SELECTSTRING};
 
 // The template's height is that of field and open list together.
 ComboBox::ComboBox(Window *comboParent, DWORD comboStyle, int comboId, const RECT &where)
@@ -227,7 +233,8 @@ void ComboBox::Paint(HDC hdc)
                enabled ? DARK : SHADOW);
     Fill(hdc, {whole.right - ARROW - 1, 0, whole.right - ARROW, whole.bottom}, DARK);
     const bool lit = HasFocus() && !dropped;
-    const ItemLook look{selection, ODA_DRAWENTIRE,
+    const ItemLook look{selection,
+                        ODA_DRAWENTIRE,
                         ODS_COMBOBOXEDIT | (lit ? ODS_SELECTED | ODS_FOCUS : 0),
                         {3, 3, whole.right - ARROW - 3, whole.bottom - 3}};
     DrawListItem(*this, items, hdc, ODT_COMBOBOX, IsOwnerDrawn(), look);

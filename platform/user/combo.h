@@ -22,7 +22,7 @@ class DropList final : public Window, public Popup
     bool Dismiss(Window *clicked) override;
     Window &PopupWindow() override { return *this; }
 
-    int ItemAt(POINT at) const;  // -1: none
+    int ItemAt(POINT at) const; // -1: none
     RECT ItemRect(int index) const;
     void ScrollTo(int index); // so that the item can be seen
     void Place();             // below the field, or above where there is no room

@@ -41,9 +41,8 @@ static Window *MakeStatic(Window &parent, DWORD style, int id, const RECT &rc)
 
 static bool SameName(std::u16string_view a, std::u16string_view b)
 {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char16_t x, char16_t y) {
-        return LowerCase(x) == LowerCase(y);
-    });
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char16_t x, char16_t y) { return LowerCase(x) == LowerCase(y); });
 }
 
 Window *MakeControl(Window &parent, const std::u16string &className, DWORD style, int id,
@@ -53,9 +52,12 @@ Window *MakeControl(Window &parent, const std::u16string &className, DWORD style
         const char16_t *name;
         Window *(*make)(Window &, DWORD, int, const RECT &);
     } aClasses[] = {
-        {u"button", MakeButton},          {u"static", MakeStatic},
-        {u"edit", Make<Edit>},            {u"combobox", Make<ComboBox>},
-        {u"listbox", Make<ListBox>},      {u"scrollbar", Make<ScrollBar>},
+        {u"button", MakeButton},
+        {u"static", MakeStatic},
+        {u"edit", Make<Edit>},
+        {u"combobox", Make<ComboBox>},
+        {u"listbox", Make<ListBox>},
+        {u"scrollbar", Make<ScrollBar>},
         {u"msctls_trackbar32", Make<Trackbar>},
     };
     for (const auto &row : aClasses)
@@ -78,9 +80,9 @@ HWND CreateWindowExA(DWORD, LPCSTR lpClassName, LPCSTR lpWindowName, DWORD dwSty
     if (!parent || !(dwStyle & WS_CHILD) || !lpClassName)
         return nullptr;
     const int id = static_cast<int>(reinterpret_cast<ULONG_PTR>(hMenu) & 0xFFFF);
-    Window *control = MakeControl(*parent, AnsiToWide(lpClassName), dwStyle, id,
-                                  {X, Y, X + nWidth, Y + nHeight},
-                                  AnsiToWide(lpWindowName ? lpWindowName : ""));
+    Window *control =
+        MakeControl(*parent, AnsiToWide(lpClassName), dwStyle, id, {X, Y, X + nWidth, Y + nHeight},
+                    AnsiToWide(lpWindowName ? lpWindowName : ""));
     return control ? control->Handle() : nullptr;
 }
 

@@ -58,8 +58,8 @@ void Dialog::Erase(HDC hdc)
 {
     SetTextColor(hdc, DARK);
     SetBkColor(hdc, LIGHT);
-    const LRESULT answer = Message(WM_CTLCOLORDLG, reinterpret_cast<WPARAM>(hdc),
-                                   reinterpret_cast<LPARAM>(Handle()));
+    const LRESULT answer =
+        Message(WM_CTLCOLORDLG, reinterpret_cast<WPARAM>(hdc), reinterpret_cast<LPARAM>(Handle()));
     const Object *brush = ObjectOf(reinterpret_cast<HGDIOBJ>(answer));
     Fill(hdc, Client(), brush && brush->kind == ObjectKind::Brush ? brush->color : LIGHT);
     const Dc *dc = DcOf(hdc);

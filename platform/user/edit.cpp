@@ -90,10 +90,9 @@ bool Edit::Typed(char32_t character)
     if (character < U' ' || character == 0x7F)
         return false;
     const std::u16string wide = ToWide(ToUtf8(
-        character < 0x10000
-            ? std::u16string(1, static_cast<char16_t>(character))
-            : std::u16string{static_cast<char16_t>(0xD7C0 + (character >> 10)),
-                             static_cast<char16_t>(0xDC00 + (character & 0x3FF))}));
+        character < 0x10000 ? std::u16string(1, static_cast<char16_t>(character))
+                            : std::u16string{static_cast<char16_t>(0xD7C0 + (character >> 10)),
+                                             static_cast<char16_t>(0xDC00 + (character & 0x3FF))}));
     ReplaceSelection(AnsiToWide(WideToAnsi(wide)));
     return true;
 }

@@ -58,8 +58,9 @@ bool IsHelp(const Window *candidate)
 
 static bool OthersAreOpen()
 {
-    return std::any_of(TopLevels().begin(), TopLevels().end(),
-                       [](const Window *top) { return top != window && top->visible && top->framed; });
+    return std::any_of(TopLevels().begin(), TopLevels().end(), [](const Window *top) {
+        return top != window && top->visible && top->framed;
+    });
 }
 
 void CloseHelpIfAsked()
@@ -139,7 +140,8 @@ bool HelpWindow::KeyDown(const Key &key)
     return true;
 }
 
-// ---- topics ---------------------------------------------------------------------------------------
+// ---- topics
+// ---------------------------------------------------------------------------------------
 
 // "# 256 Main page": the number, and the title behind it.
 static bool IsHeading(std::string_view line, DWORD &number, std::string_view &title)
@@ -265,8 +267,7 @@ BOOL WinHelpA(HWND hWndMain, LPCSTR lpszHelp, UINT uCommand, ULONG_PTR dwData)
     const auto found = FindFile(lpszHelp ? lpszHelp : "");
     const auto bytes = found ? ReadWhole(*found) : std::nullopt;
     if (!bytes) {
-        Complain(hWndMain,
-                 TextOf(SystemText::NoHelpFile) + AnsiToWide(lpszHelp ? lpszHelp : ""));
+        Complain(hWndMain, TextOf(SystemText::NoHelpFile) + AnsiToWide(lpszHelp ? lpszHelp : ""));
         return FALSE;
     }
     auto topic = FindTopic({reinterpret_cast<const char *>(bytes->data()), bytes->size()}, context);

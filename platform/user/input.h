@@ -8,8 +8,24 @@ namespace kvp
 {
 
 enum class KeyCode {
-    None, Enter, Escape, Tab, Space, Backspace, Delete, Up, Down, Left, Right, Home, End, PageUp,
-    PageDown, F1, F4, Letter
+    None,
+    Enter,
+    Escape,
+    Tab,
+    Space,
+    Backspace,
+    Delete,
+    Up,
+    Down,
+    Left,
+    Right,
+    Home,
+    End,
+    PageUp,
+    PageDown,
+    F1,
+    F4,
+    Letter
 };
 
 struct Key {
@@ -21,7 +37,13 @@ struct Key {
 struct Input {
     enum Kind {
         Nothing, // something was done that may need painting
-        KeyPress, Character, MouseDown, MouseUp, MouseMove, RightClick, Quit
+        KeyPress,
+        Character,
+        MouseDown,
+        MouseUp,
+        MouseMove,
+        RightClick,
+        Quit
     } kind = Nothing;
     POINT at{}; // on the screen
     Key key{};

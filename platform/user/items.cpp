@@ -149,9 +149,9 @@ void DrawListItem(Window &control, const Items &items, HDC hdc, UINT type, bool 
         return;
     }
     const ULONG_PTR data = items.Has(look.index) ? items.At(look.index).data : 0;
-    SendDrawItem(control, {type, 0, static_cast<UINT>(look.index), look.action,
-                           look.state | (control.enabled ? 0 : ODS_DISABLED), nullptr, hdc, look.rc,
-                           data});
+    SendDrawItem(control,
+                 {type, 0, static_cast<UINT>(look.index), look.action,
+                  look.state | (control.enabled ? 0 : ODS_DISABLED), nullptr, hdc, look.rc, data});
 }
 
 } // namespace kvp

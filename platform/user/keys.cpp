@@ -39,8 +39,8 @@ std::vector<Window *> GroupOf(const Window &control)
     auto first = self;
     while (first != all.begin() && !((*first)->style & STYLE_GROUP))
         --first;
-    const auto last = std::find_if(self + 1, all.end(),
-                                   [](const Window *w) { return w->style & STYLE_GROUP; });
+    const auto last =
+        std::find_if(self + 1, all.end(), [](const Window *w) { return w->style & STYLE_GROUP; });
     return {first, last};
 }
 

@@ -10,10 +10,17 @@ namespace kvp
 
 static constexpr DWORD LISTBOX_NOTIFY = 1, LISTBOX_OWNER_DRAWN = 0x30;
 
-static constexpr ListMessages aNumbers{
-    .insert = LB_INSERTSTRING, .reset = LB_RESETCONTENT, .count = 0,
-    .getSelection = LB_GETCURSEL, .setSelection = LB_SETCURSEL, .getText = LB_GETTEXT,
-    .getData = LB_GETITEMDATA, .setData = LB_SETITEMDATA, .find = 0, .findWhole = 0, .select = 0};
+static constexpr ListMessages aNumbers{.insert = LB_INSERTSTRING,
+                                       .reset = LB_RESETCONTENT,
+                                       .count = 0,
+                                       .getSelection = LB_GETCURSEL,
+                                       .setSelection = LB_SETCURSEL,
+                                       .getText = LB_GETTEXT,
+                                       .getData = LB_GETITEMDATA,
+                                       .setData = LB_SETITEMDATA,
+                                       .find = 0,
+                                       .findWhole = 0,
+                                       .select = 0};
 
 ListBox::ListBox(Window *listParent, DWORD listStyle, int listId, const RECT &where)
     : Window(listParent, listStyle, listId, where)
@@ -133,8 +140,7 @@ void ListBox::FocusChanged(bool)
 void ListBox::DrawItem(HDC hdc, int index, UINT action)
 {
     const bool chosen = index == selection;
-    const UINT state =
-        (chosen ? ODS_SELECTED : 0) | (chosen && HasFocus() ? ODS_FOCUS : 0);
+    const UINT state = (chosen ? ODS_SELECTED : 0) | (chosen && HasFocus() ? ODS_FOCUS : 0);
     DrawListItem(*this, items, hdc, ODT_LISTBOX, IsOwnerDrawn(),
                  {index, action, state, ItemRect(index)});
 }

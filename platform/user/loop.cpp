@@ -50,8 +50,8 @@ RECT PlaceOver(Window *owner, int width, int height)
 // it refuses that.
 static void Abandon(Window &window)
 {
-    FailPlay(fmt::format("no input is left while \"{}\" is open; it is cancelled",
-                         ToUtf8(window.text)));
+    FailPlay(
+        fmt::format("no input is left while \"{}\" is open; it is cancelled", ToUtf8(window.text)));
     window.PressCancel();
     window.closed = true;
 }

@@ -27,7 +27,7 @@ void MarkButton::Paint(HDC hdc)
         const POINT size = TextSize(text, TEXT_PREFIX);
         const int y = (Height(whole) - size.y) / 2;
         FocusFrame(hdc, Intersect(whole, {label.left - 2, y - 1, label.left + size.x + 2,
-                                       y + size.y + 1}));
+                                          y + size.y + 1}));
     }
 }
 

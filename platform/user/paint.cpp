@@ -21,8 +21,8 @@ HDC WindowDc(Window &window, const RECT &part)
         clip = Moved(Intersect(part, window.Client()), origin.x, origin.y);
         for (const Window *w = window.parent; w; w = w->parent) {
             const POINT outer = w->ClientOnScreen();
-            clip = Intersect(clip,
-                             Moved(w->Client(), outer.x - top->rc.left, outer.y - top->rc.top));
+            clip =
+                Intersect(clip, Moved(w->Client(), outer.x - top->rc.left, outer.y - top->rc.top));
         }
     }
     return NewDc(top->surface, origin, clip, window.Handle());

@@ -212,7 +212,8 @@ static void DoChoose(const Words &words)
     QueueStep(ChooseOpenStep, words);
 }
 
-// ---- text, keys, focus ---------------------------------------------------------------------------
+// ---- text, keys, focus
+// ---------------------------------------------------------------------------
 
 static void TypeStep(const Words &words)
 {
@@ -271,7 +272,8 @@ static void DoKey(const Words &words)
         QueueInput({.kind = Input::Character, .character = key.letter});
 }
 
-// ---- bars ----------------------------------------------------------------------------------------
+// ---- bars
+// ----------------------------------------------------------------------------------------
 
 static void DoSlide(const Words &words)
 {
@@ -293,7 +295,8 @@ static void DoScroll(const Words &words)
     QueueClick(OnScreenOf(bar, MiddleOf(bar.ArrowRect(words[2].text == "down"))));
 }
 
-// ---- windows -------------------------------------------------------------------------------------
+// ---- windows
+// -------------------------------------------------------------------------------------
 
 static void DoPage(const Words &words)
 {
@@ -358,7 +361,8 @@ static void DoBox(const Words &words)
     Refuse(fmt::format("the message box has no button \"{}\"", words[1].text));
 }
 
-// ---- the transcript and pictures -------------------------------------------------------------------
+// ---- the transcript and pictures
+// -------------------------------------------------------------------
 
 static void DoPrint(const Words &words)
 {
@@ -394,7 +398,8 @@ static void DoShot(const Words &words)
     NoteEvent({{"event", "shot"}, {"name", name}});
 }
 
-// ---- dispatch ------------------------------------------------------------------------------------
+// ---- dispatch
+// ------------------------------------------------------------------------------------
 
 static constexpr struct {
     const char *name;

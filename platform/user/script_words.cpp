@@ -26,8 +26,8 @@ static std::string Quoted(std::string_view line, size_t &at)
 // `choose 5040 #3` counts items; anywhere else a # begins a comment.
 static bool IsItemNumber(const std::vector<Word> &words, std::string_view behind)
 {
-    return words.size() == 2 && words[0].text == "choose" && !behind.empty() &&
-           behind[0] >= '0' && behind[0] <= '9';
+    return words.size() == 2 && words[0].text == "choose" && !behind.empty() && behind[0] >= '0' &&
+           behind[0] <= '9';
 }
 
 std::vector<Word> SplitWords(std::string_view line)
@@ -64,17 +64,17 @@ Key ParseKey(const std::string &name)
         const char *name;
         KeyCode code;
     } aKeys[] = {
-        {"Enter", KeyCode::Enter}, {"Escape", KeyCode::Escape}, {"Tab", KeyCode::Tab},
-        {"Space", KeyCode::Space}, {"Backspace", KeyCode::Backspace}, {"Delete", KeyCode::Delete},
-        {"Up", KeyCode::Up}, {"Down", KeyCode::Down}, {"Left", KeyCode::Left},
-        {"Right", KeyCode::Right}, {"Home", KeyCode::Home}, {"End", KeyCode::End},
-        {"PageUp", KeyCode::PageUp}, {"PageDown", KeyCode::PageDown}, {"F1", KeyCode::F1},
+        {"Enter", KeyCode::Enter},   {"Escape", KeyCode::Escape},       {"Tab", KeyCode::Tab},
+        {"Space", KeyCode::Space},   {"Backspace", KeyCode::Backspace}, {"Delete", KeyCode::Delete},
+        {"Up", KeyCode::Up},         {"Down", KeyCode::Down},           {"Left", KeyCode::Left},
+        {"Right", KeyCode::Right},   {"Home", KeyCode::Home},           {"End", KeyCode::End},
+        {"PageUp", KeyCode::PageUp}, {"PageDown", KeyCode::PageDown},   {"F1", KeyCode::F1},
         {"F4", KeyCode::F4},
     };
     Key key;
     std::string_view rest = name;
     for (bool more = true; more;) {
-        more = TakePrefix(rest, "Shift+") ? (key.shift = true)
+        more = TakePrefix(rest, "Shift+")  ? (key.shift = true)
                : TakePrefix(rest, "Ctrl+") ? (key.ctrl = true)
                                            : TakePrefix(rest, "Alt+") && (key.alt = true);
     }

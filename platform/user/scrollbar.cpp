@@ -19,7 +19,8 @@ RECT ScrollBar::ArrowRect(bool second) const
                       : RECT{0, 0, whole.right, length};
     }
     const int length = whole.right > 3 * SCROLL_WIDTH ? SCROLL_WIDTH : whole.right / 2;
-    return second ? RECT{whole.right - length, 0, whole.right, whole.bottom} : RECT{0, 0, length, whole.bottom};
+    return second ? RECT{whole.right - length, 0, whole.right, whole.bottom}
+                  : RECT{0, 0, length, whole.bottom};
 }
 
 void ScrollBar::Send(int code)

@@ -103,9 +103,9 @@ static Dialog *MakePage(Sheet &sheet, SheetPage &page, const RECT &area)
     const RECT size = PixelsOf(0, 0, page.shape.cx, page.shape.cy);
     const int left = area.left + BORDER, top = area.top + BORDER - 1;
     const int id = static_cast<int>(reinterpret_cast<ULONG_PTR>(page.description.pszTemplate));
-    page.dialog = new Dialog(&sheet, page.shape, id,
-                             {left, top, left + size.right, top + size.bottom},
-                             page.description.pfnDlgProc);
+    page.dialog =
+        new Dialog(&sheet, page.shape, id, {left, top, left + size.right, top + size.bottom},
+                   page.description.pfnDlgProc);
     std::rotate(sheet.children.begin(), sheet.children.end() - 1, sheet.children.end());
     page.dialog->text = page.title;
     page.dialog->Start(page.shape, reinterpret_cast<LPARAM>(&page.description));

@@ -40,8 +40,7 @@ static constexpr Language aLanguages[] = {
       "O ficheiro de ajuda não tem nenhum tópico sobre isto."}},
     {0x11,
      {"OK", "キャンセル", "ヘルプ(&H)", "中止(&A)", "再試行(&R)", "無視(&I)", "はい(&Y)",
-      "いいえ(&N)", "ヘルプ ファイルが見つかりません: ",
-      "この項目についてのヘルプはありません。"}},
+      "いいえ(&N)", "ヘルプ ファイルが見つかりません: ", "この項目についてのヘルプはありません。"}},
 };
 
 std::u16string TextOf(SystemText which)

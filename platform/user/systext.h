@@ -8,7 +8,17 @@ namespace kvp
 {
 
 enum class SystemText {
-    Ok, Cancel, Help, Abort, Retry, Ignore, Yes, No, NoHelpFile, NoTopic, Count
+    Ok,
+    Cancel,
+    Help,
+    Abort,
+    Retry,
+    Ignore,
+    Yes,
+    No,
+    NoHelpFile,
+    NoTopic,
+    Count
 };
 std::u16string TextOf(SystemText which);
 

@@ -72,8 +72,7 @@ LRESULT Trackbar::Message(UINT msg, WPARAM wParam, LPARAM lParam)
 void Trackbar::Send(int code, bool withPosition)
 {
     const WORD high = withPosition ? static_cast<WORD>(position) : WORD{0};
-    parent->Message(WM_HSCROLL,
-                    static_cast<DWORD>(MAKELONG(static_cast<WORD>(code), high)),
+    parent->Message(WM_HSCROLL, static_cast<DWORD>(MAKELONG(static_cast<WORD>(code), high)),
                     reinterpret_cast<LPARAM>(Handle()));
 }
 

@@ -54,7 +54,7 @@ class Window
     virtual void FocusChanged(bool /*has*/) {}
     virtual void TextChanged() { Invalidate(); }
     virtual void EnabledChanged() { Invalidate(); }
-    virtual bool TakesFocus() const { return false; }   // from a click or from Tab
+    virtual bool TakesFocus() const { return false; } // from a click or from Tab
     virtual bool TakesFocusFromClick() const { return TakesFocus(); }
     virtual bool IsHit() const { return true; }         // false: the mouse goes through it
     virtual bool IsPushButton() const { return false; } // Enter presses it
@@ -64,7 +64,7 @@ class Window
     virtual void TabbedInto() {}
     virtual bool IsRadioButton() const { return false; }
     virtual bool IsChecked() const { return false; }
-    virtual void PressDefault() {}                      // of a top-level window: Enter, Escape
+    virtual void PressDefault() {} // of a top-level window: Enter, Escape
     virtual void PressCancel() {}
     // The colour of a child's background when nobody says otherwise.
     virtual COLORREF DefaultColor(UINT /*ctlColor*/) const { return LIGHT; }
@@ -72,7 +72,7 @@ class Window
     // ---- tree and geometry
     Window *Top();
     bool IsTopLevel() const { return !parent; }
-    bool IsShown() const; // with all its parents
+    bool IsShown() const;  // with all its parents
     bool IsUsable() const; // enabled, with all its parents
     Window *Child(int childId) const;
     RECT Client() const; // from (0, 0)
@@ -146,7 +146,8 @@ class Popup
 void OpenPopup(Popup *popup);
 Popup *CurrentPopup();
 
-// ---- groups and tab stops (keys.cpp) --------------------------------------------------------------
+// ---- groups and tab stops (keys.cpp)
+// --------------------------------------------------------------
 
 // The control and its siblings up to the next group mark on either side.
 std::vector<Window *> GroupOf(const Window &control);

@@ -32,28 +32,26 @@ class Combo : public UserTest
     {
         return Send(IDC_LIST, msg, static_cast<WPARAM>(after), reinterpret_cast<LPARAM>(text));
     }
-    void Expect(std::vector<std::string> notices)
-    {
-        EXPECT_EQ(Taken({"206"}), notices);
-    }
+    void Expect(std::vector<std::string> notices) { EXPECT_EQ(Taken({"206"}), notices); }
     std::function<void(int)> onNotice;
 };
 
 TEST_F(Combo, AChoiceInTheOpenListIsCurrentFromTheFirstNoticeOn)
 {
-    Person({"choose 206 \"Canvas\"",
-            [this] {
-                Expect({"206 DROPDOWN 1", "206 SELENDOK 3 open", "206 CLOSEUP 3", "206 SELCHANGE 3"});
-            },
-            "choose 206 #3",
-            [this] {
-                Expect({"206 DROPDOWN 3", "206 SELENDOK 3 open", "206 CLOSEUP 3", "206 SELCHANGE 3"});
-            },
-            "drop 206", "key Up", "key Up", "key Enter",
-            [this] {
-                Expect({"206 DROPDOWN 3", "206 SELENDOK 1 open", "206 CLOSEUP 1", "206 SELCHANGE 1"});
-            },
-            "cancel"});
+    Person(
+        {"choose 206 \"Canvas\"",
+         [this] {
+             Expect({"206 DROPDOWN 1", "206 SELENDOK 3 open", "206 CLOSEUP 3", "206 SELCHANGE 3"});
+         },
+         "choose 206 #3",
+         [this] {
+             Expect({"206 DROPDOWN 3", "206 SELENDOK 3 open", "206 CLOSEUP 3", "206 SELCHANGE 3"});
+         },
+         "drop 206", "key Up", "key Up", "key Enter",
+         [this] {
+             Expect({"206 DROPDOWN 3", "206 SELENDOK 1 open", "206 CLOSEUP 1", "206 SELCHANGE 1"});
+         },
+         "cancel"});
     EXPECT_EQ(Dialog(IDD_PLAIN), 2);
 }
 
@@ -65,9 +63,9 @@ TEST_F(Combo, ClosingWithoutAChoiceRestoresWhatStoodAfterTheOpening)
     };
     static const struct {
         const char *why, *close;
-    } aWays[] = {{"Escape", "key Escape"},   {"Alt and an arrow", "key Alt+Up"},
-                 {"F4", "key F4"},           {"a click elsewhere", "click 205"},
-                 {"Tab", "key Tab"},         {"the field itself", "close 206"}};
+    } aWays[] = {{"Escape", "key Escape"}, {"Alt and an arrow", "key Alt+Up"},
+                 {"F4", "key F4"},         {"a click elsewhere", "click 205"},
+                 {"Tab", "key Tab"},       {"the field itself", "close 206"}};
     std::vector<Step> steps;
     for (const auto &row : aWays) {
         steps.push_back("drop 206");
@@ -87,10 +85,19 @@ TEST_F(Combo, ClosingWithoutAChoiceRestoresWhatStoodAfterTheOpening)
 
 TEST_F(Combo, SteppingWhileClosedTellsOfSelectionsOnly)
 {
-    Person({"focus 206", "key Down", [this] { Expect({"206 SELENDOK 2", "206 SELCHANGE 2"}); },
-            "key End", [this] { Expect({"206 SELENDOK 3", "206 SELCHANGE 3"}); }, "key Down",
-            [this] { Expect({}); }, "key p",
-            [this] { Expect({"206 SELENDOK 0", "206 SELCHANGE 0"}); }, "cancel"});
+    Person({"focus 206", "key Down",
+            [this] {
+                Expect({"206 SELENDOK 2", "206 SELCHANGE 2"});
+            },
+            "key End",
+            [this] {
+                Expect({"206 SELENDOK 3", "206 SELCHANGE 3"});
+            },
+            "key Down", [this] { Expect({}); }, "key p",
+            [this] {
+                Expect({"206 SELENDOK 0", "206 SELCHANGE 0"});
+            },
+            "cancel"});
     EXPECT_EQ(Dialog(IDD_PLAIN), 2);
 }
 
@@ -106,8 +113,8 @@ TEST_F(Combo, TheListMayBeRefilledInsideAnyNotice)
             Fill(IDC_LIST, {"X", "Y"});
             Send(IDC_LIST, CB_SETCURSEL, 0);
         };
-        Person({"drop 206",
-                [this] { EXPECT_EQ(Send(IDC_LIST, CB_GETDROPPEDSTATE), TRUE); }, "choose 206 #1",
+        Person({"drop 206", [this] { EXPECT_EQ(Send(IDC_LIST, CB_GETDROPPEDSTATE), TRUE); },
+                "choose 206 #1",
                 [this, when] {
                     EXPECT_EQ(Send(IDC_LIST, CB_GETCOUNT), 2);
                     EXPECT_EQ(Send(IDC_LIST, CB_GETCURSEL), when == CBN_DROPDOWN ? 1 : 0);
@@ -187,8 +194,8 @@ TEST_F(Combo, OwnerDrawnItemsKnowFieldAndList)
     };
     Person({[this] {
                 const std::vector<std::string> seen = Taken({"MEASURE", "INITDIALOG", "DRAW 206"});
-                EXPECT_THAT(seen, ElementsAre("MEASURE 206", "INITDIALOG 100",
-                                              "DRAW 206 entire +field"));
+                EXPECT_THAT(seen,
+                            ElementsAre("MEASURE 206", "INITDIALOG 100", "DRAW 206 entire +field"));
             },
             "focus 206",
             [this] {
@@ -202,9 +209,7 @@ TEST_F(Combo, OwnerDrawnItemsKnowFieldAndList)
                                         "DRAW 206 entire +selected"));
             },
             "close 206", [this] { EnableWindow(Item(IDC_LIST), FALSE); }, "",
-            [this] {
-                EXPECT_THAT(Taken({"DRAW 206"}).back(), "DRAW 206 entire +disabled +field");
-            },
+            [this] { EXPECT_THAT(Taken({"DRAW 206"}).back(), "DRAW 206 entire +disabled +field"); },
             "cancel"});
     EXPECT_EQ(Sheet(), 0);
 }

@@ -57,10 +57,12 @@ TEST_F(Controls, KeysMoveTheCaretAndDelete)
     } aKeys[] = {
         {"backspace before the caret", {"key End", "key Backspace"}, "abc"},
         {"delete behind the caret", {"key Home", "key Delete"}, "bcd"},
-        {"a selection goes as a whole", {"key Home", "key Shift+Right", "key Shift+Right",
-                                         "key Delete"}, "cd"},
+        {"a selection goes as a whole",
+         {"key Home", "key Shift+Right", "key Shift+Right", "key Delete"},
+         "cd"},
         {"typing replaces the selection", {"key End", "key Shift+Home", "key x"}, "x"},
-        {"cut and pasted", {"key Home", "key Shift+Right", "key Ctrl+x", "key End", "key Ctrl+v"},
+        {"cut and pasted",
+         {"key Home", "key Shift+Right", "key Ctrl+x", "key End", "key Ctrl+v"},
          "bcda"},
         {"nothing before the start", {"key Home", "key Backspace"}, "abcd"},
     };
@@ -147,12 +149,13 @@ TEST_F(Controls, ARadioButtonChecksItselfAndClearsItsGroupBeforeItTells)
                 EXPECT_EQ(seen, "0110") << "the other group is left alone";
                 EXPECT_THAT(Taken({"20"}), ElementsAre("202 CLICKED"));
             },
-            "click 205", [this] { EXPECT_TRUE(IsDlgButtonChecked(hDlg, IDC_MIRROR)); },
-            "click 205", [this] { EXPECT_FALSE(IsDlgButtonChecked(hDlg, IDC_MIRROR)); }, "cancel"});
+            "click 205", [this] { EXPECT_TRUE(IsDlgButtonChecked(hDlg, IDC_MIRROR)); }, "click 205",
+            [this] { EXPECT_FALSE(IsDlgButtonChecked(hDlg, IDC_MIRROR)); }, "cancel"});
     EXPECT_EQ(Dialog(IDD_PLAIN), 2);
 }
 
-// ---- scroll bars and trackbars --------------------------------------------------------------------
+// ---- scroll bars and trackbars
+// --------------------------------------------------------------------
 
 TEST_F(Controls, AScrollBarSendsALineAndAnEndAndTakesNoFocus)
 {
@@ -170,8 +173,9 @@ TEST_F(Controls, ATrackbarHoldsItsPositionAndTellsOfEachMove)
 {
     HWND bar = nullptr;
     onInit = [&] {
-        bar = CreateWindowExA(0, "msctls_trackbar32", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 150, 90,
-                              100, 28, hDlg, reinterpret_cast<HMENU>(IDC_TRACK), hSample, nullptr);
+        bar =
+            CreateWindowExA(0, "msctls_trackbar32", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 150, 90,
+                            100, 28, hDlg, reinterpret_cast<HMENU>(IDC_TRACK), hSample, nullptr);
         SendMessageA(bar, TBM_SETRANGE, TRUE, MAKELONG(0, 50));
         SendMessageA(bar, TBM_SETPAGESIZE, 0, 1);
         SendMessageA(bar, TBM_SETPOS, TRUE, 25);
@@ -186,8 +190,8 @@ TEST_F(Controls, ATrackbarHoldsItsPositionAndTellsOfEachMove)
             "slide 214 18",
             [&] {
                 EXPECT_EQ(position(), 18);
-                EXPECT_THAT(Taken({"HSCROLL"}), ElementsAre("HSCROLL 214 5/18", "HSCROLL 214 4/18",
-                                                            "HSCROLL 214 8/0"));
+                EXPECT_THAT(Taken({"HSCROLL"}),
+                            ElementsAre("HSCROLL 214 5/18", "HSCROLL 214 4/18", "HSCROLL 214 8/0"));
             },
             "key Right",
             [&] {
@@ -198,7 +202,8 @@ TEST_F(Controls, ATrackbarHoldsItsPositionAndTellsOfEachMove)
     EXPECT_EQ(Dialog(IDD_PLAIN), 2);
 }
 
-// ---- list boxes -------------------------------------------------------------------------------------
+// ---- list boxes
+// -------------------------------------------------------------------------------------
 
 TEST_F(Controls, AListBoxTellsOnlyOfSelectionsByHand)
 {
@@ -231,7 +236,8 @@ TEST_F(Controls, AListBoxTellsOnlyOfSelectionsByHand)
     EXPECT_EQ(Sheet(), 0);
 }
 
-// ---- clicks and the focus ---------------------------------------------------------------------------
+// ---- clicks and the focus
+// ---------------------------------------------------------------------------
 
 TEST_F(Controls, APressIsLostWhenLosingTheFocusDisablesTheButton)
 {
@@ -255,22 +261,21 @@ TEST_F(Controls, APressIsLostWhenLosingTheFocusDisablesTheButton)
 
 TEST_F(Controls, AnOwnerDrawnButtonIsDrawnForPressAndFocus)
 {
-    Person({"page \"Utility\"", [this] { Taken(); }, "focus 212",
-            [this] { EXPECT_THAT(Taken({"DRAW"}), ElementsAre("DRAW 212 focus +focus")); },
-            "key Tab",
-            [this] {
-                EXPECT_THAT(Taken({"DRAW"}),
-                            ElementsAre("DRAW 212 focus", "DRAW 216 focus +focus"));
-            },
-            "click 216",
-            [this] {
-                EXPECT_THAT(Taken({"DRAW", "216"}),
-                            ElementsAre("DRAW 216 select +selected +focus", "DRAW 216 select +focus",
-                                        "216 CLICKED"));
-                EnableWindow(Item(IDC_PICTURE), FALSE);
-            },
-            "", [this] { EXPECT_THAT(Taken({"DRAW"}), ElementsAre("DRAW 212 entire +disabled")); },
-            "cancel"});
+    Person(
+        {"page \"Utility\"", [this] { Taken(); }, "focus 212",
+         [this] { EXPECT_THAT(Taken({"DRAW"}), ElementsAre("DRAW 212 focus +focus")); }, "key Tab",
+         [this] {
+             EXPECT_THAT(Taken({"DRAW"}), ElementsAre("DRAW 212 focus", "DRAW 216 focus +focus"));
+         },
+         "click 216",
+         [this] {
+             EXPECT_THAT(Taken({"DRAW", "216"}),
+                         ElementsAre("DRAW 216 select +selected +focus", "DRAW 216 select +focus",
+                                     "216 CLICKED"));
+             EnableWindow(Item(IDC_PICTURE), FALSE);
+         },
+         "", [this] { EXPECT_THAT(Taken({"DRAW"}), ElementsAre("DRAW 212 entire +disabled")); },
+         "cancel"});
     EXPECT_EQ(Sheet(), 0);
 }
 
@@ -281,7 +286,7 @@ TEST_F(Controls, MessagesToNoWindowFail)
     EXPECT_FALSE(EnableWindow(nullptr, TRUE));
     EXPECT_FALSE(SetDlgItemTextA(nullptr, 1, "x"));
     EXPECT_EQ(GetDlgItemInt(nullptr, 1, nullptr, TRUE), 0u);
-    EXPECT_EQ(CreateWindowExA(0, "button", "", WS_CHILD, 0, 0, 1, 1, nullptr, nullptr, nullptr,
-                              nullptr),
-              nullptr);
+    EXPECT_EQ(
+        CreateWindowExA(0, "button", "", WS_CHILD, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr),
+        nullptr);
 }

@@ -105,14 +105,14 @@ TEST_F(Dialogs, OpenedFromOthersDisableTheirOwnerAndGiveTheFocusBack)
     onInit = [&] { outer = hDlg; };
     onMessage = [&](HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM) -> std::optional<INT_PTR> {
         if (uMsg == WM_COMMAND && wParam == IDC_MORE) {
-            const INT_PTR result =
-                DialogBoxParamA(hSample, MAKEINTRESOURCEA(IDD_EXTENDED), hWnd,
-                                [](HWND h, UINT u, WPARAM w, LPARAM) -> INT_PTR {
-                                    if (u == WM_COMMAND && w == IDOK)
-                                        EndDialog(h, 5);
-                                    return u == WM_INITDIALOG;
-                                },
-                                0);
+            const INT_PTR result = DialogBoxParamA(
+                hSample, MAKEINTRESOURCEA(IDD_EXTENDED), hWnd,
+                [](HWND h, UINT u, WPARAM w, LPARAM) -> INT_PTR {
+                    if (u == WM_COMMAND && w == IDOK)
+                        EndDialog(h, 5);
+                    return u == WM_INITDIALOG;
+                },
+                0);
             log.push_back("result " + std::to_string(result));
             EXPECT_TRUE(IsWindowEnabled(outer));
         }
@@ -135,14 +135,13 @@ TEST_F(Dialogs, OpenedFromOthersDisableTheirOwnerAndGiveTheFocusBack)
     EXPECT_EQ(Dialog(IDD_PLAIN), 2);
 }
 
-// ---- keyboard ---------------------------------------------------------------------------------------
+// ---- keyboard
+// ---------------------------------------------------------------------------------------
 
 TEST_F(Dialogs, TabGoesThroughTheStopsAndRoundAgain)
 {
     std::vector<int> order;
-    std::vector<Step> steps{[this] {
-        CheckRadioButton(hDlg, IDC_COLOR, IDC_BLACK, IDC_BLACK);
-    }};
+    std::vector<Step> steps{[this] { CheckRadioButton(hDlg, IDC_COLOR, IDC_BLACK, IDC_BLACK); }};
     HWND last = nullptr;
     for (int i = 0; i < 9; ++i) {
         steps.push_back([&] {
@@ -226,7 +225,8 @@ TEST_F(Dialogs, HelpIsAskedForTheFocusedControlAndForTheOneClicked)
     EXPECT_EQ(Dialog(IDD_PLAIN), 2);
 }
 
-// ---- painting ----------------------------------------------------------------------------------------
+// ---- painting
+// ----------------------------------------------------------------------------------------
 
 TEST_F(Dialogs, ParentsArePaintedBeforeTheirChildrenAndAskedForColours)
 {
@@ -280,8 +280,9 @@ TEST_F(Dialogs, PaintingComesBeforeEachInput)
     };
     Person({"focus 210", [this] { Taken(); }, "type 210 \"ab\"",
             [this] {
-                EXPECT_THAT(Taken({"210", "COLORBTN 205"}),
-                            ElementsAre("210 CHANGE", "COLORBTN 205", "210 CHANGE", "COLORBTN 205"));
+                EXPECT_THAT(
+                    Taken({"210", "COLORBTN 205"}),
+                    ElementsAre("210 CHANGE", "COLORBTN 205", "210 CHANGE", "COLORBTN 205"));
             },
             "cancel"});
     EXPECT_EQ(Dialog(IDD_PLAIN), 2);

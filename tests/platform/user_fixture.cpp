@@ -9,7 +9,6 @@ UserTest::UserTest()
     current = this;
     machine.wLang = 0x0409;
     Apply();
-    kvp::ConfigureScreen({.strDisplay = "headless", .nScale = 1, .strScript = "", .strShots = ""});
     kvp::SetBoxHandler(nullptr);
     hSample = kvp::LoadHostLibrary(KV_USER_SAMPLE);
 }
@@ -92,14 +91,11 @@ static const char *NameOf(const std::map<int, const char *> &names, int number)
 // "206 SELENDOK", "PSN_APPLY 100", "HSCROLL 214 5/7", "DRAW 212 entire focus".
 void UserTest::Log(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
 {
-    static const std::map<int, const char *> combo{{CBN_SELCHANGE, "SELCHANGE"},
-                                                   {CBN_DROPDOWN, "DROPDOWN"},
-                                                   {CBN_CLOSEUP, "CLOSEUP"},
-                                                   {CBN_SELENDOK, "SELENDOK"},
-                                                   {CBN_SELENDCANCEL, "SELENDCANCEL"},
-                                                   {EN_CHANGE, "CHANGE"},
-                                                   {EN_KILLFOCUS, "KILLFOCUS"},
-                                                   {BN_CLICKED, "CLICKED"}};
+    static const std::map<int, const char *> combo{
+        {CBN_SELCHANGE, "SELCHANGE"},       {CBN_DROPDOWN, "DROPDOWN"},
+        {CBN_CLOSEUP, "CLOSEUP"},           {CBN_SELENDOK, "SELENDOK"},
+        {CBN_SELENDCANCEL, "SELENDCANCEL"}, {EN_CHANGE, "CHANGE"},
+        {EN_KILLFOCUS, "KILLFOCUS"},        {BN_CLICKED, "CLICKED"}};
     static const std::map<int, const char *> notice{
         {static_cast<int>(PSN_SETACTIVE), "SETACTIVE"},
         {static_cast<int>(PSN_KILLACTIVE), "KILLACTIVE"},
@@ -113,9 +109,9 @@ void UserTest::Log(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
         log.push_back(std::to_string(LOWORD(wParam)) + " " + NameOf(combo, HIWORD(wParam)));
         break;
     case WM_NOTIFY:
-        log.push_back(std::string(NameOf(notice, static_cast<int>(
-                                                     reinterpret_cast<NMHDR *>(lParam)->code))) +
-                      " " + own);
+        log.push_back(
+            std::string(NameOf(notice, static_cast<int>(reinterpret_cast<NMHDR *>(lParam)->code))) +
+            " " + own);
         break;
     case WM_HSCROLL:
     case WM_VSCROLL:

@@ -20,16 +20,16 @@ class UserLook : public UserTest
     {
         const int id = GetDlgCtrlID(hDlg);
         if (id == IDD_FIRST) {
-            Fill(IDC_LIST, {"Standard", "Fine", "Photo \x93\xFA\x96\x7B", "Draft", "My own setting"});
+            Fill(IDC_LIST,
+                 {"Standard", "Fine", "Photo \x93\xFA\x96\x7B", "Draft", "My own setting"});
             Send(IDC_LIST, CB_SETCURSEL, 1);
             SetDlgItemInt(hDlg, IDC_NUMBER, 1, TRUE);
             CheckRadioButton(hDlg, IDC_AUTO, IDC_MANUAL, IDC_MANUAL);
             CheckRadioButton(hDlg, IDC_COLOR, IDC_BLACK, IDC_COLOR);
             CheckDlgButton(hDlg, IDC_MIRROR, BST_CHECKED);
-            HWND bar = CreateWindowExA(0, "msctls_trackbar32", "",
-                                       WS_CHILD | WS_VISIBLE | WS_TABSTOP | TBS_AUTOTICKS, 165, 160,
-                                       150, 30, hDlg, reinterpret_cast<HMENU>(IDC_TRACK), hSample,
-                                       nullptr);
+            HWND bar = CreateWindowExA(
+                0, "msctls_trackbar32", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP | TBS_AUTOTICKS, 165,
+                160, 150, 30, hDlg, reinterpret_cast<HMENU>(IDC_TRACK), hSample, nullptr);
             SendMessageA(bar, TBM_SETRANGE, TRUE, MAKELONG(1, 10));
             SendMessageA(bar, TBM_SETPOS, TRUE, 4);
         } else if (id == IDD_SECOND) {
@@ -94,9 +94,12 @@ TEST_F(UserLook, EveryControlInBothLanguages)
         Apply();
         const std::string prefix = name;
         Person({Saved(prefix + "_main"), "drop 206", Saved(prefix + "_drop"), "close 206",
-                [this] { MessageBoxA(hDlg, "The setting cannot be saved, because every place is "
-                                           "taken. Delete one first, then try again.",
-                                     "Save", MB_OKCANCEL | MB_ICONEXCLAMATION); },
+                [this] {
+                    MessageBoxA(hDlg,
+                                "The setting cannot be saved, because every place is "
+                                "taken. Delete one first, then try again.",
+                                "Save", MB_OKCANCEL | MB_ICONEXCLAMATION);
+                },
                 Saved(prefix + "_box"), "box cancel", Saved(prefix + "_after"), "cancel"});
         EXPECT_EQ(Sheet(), 0);
     }

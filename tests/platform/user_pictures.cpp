@@ -37,7 +37,8 @@ static Bytes Dib(int width, int height, int bits, const std::vector<uint32_t> &p
             if (bits >= 8)
                 std::memcpy(&row[bit / 8], &value, static_cast<size_t>(bits / 8));
             else
-                row[bit / 8] |= static_cast<uint8_t>(value << (8 - static_cast<size_t>(bits) - bit % 8));
+                row[bit / 8] |=
+                    static_cast<uint8_t>(value << (8 - static_cast<size_t>(bits) - bit % 8));
         }
         dib.insert(dib.end(), row.begin(), row.end());
     }
@@ -72,7 +73,8 @@ int main(int, char **argv)
     };
     const std::vector<uint32_t> four{0xFF0000, 0x0000FF, 0x00FF00, 0xFFFFFF};
     WriteBitmap(folder + "mono.bmp",
-                Dib(5, 3, 1, {0x000000, 0xFFFFFF}, [](int x, int) -> uint32_t { return x % 2; }, 3),
+                Dib(
+                    5, 3, 1, {0x000000, 0xFFFFFF}, [](int x, int) -> uint32_t { return x % 2; }, 3),
                 2);
     WriteBitmap(folder + "colors16.bmp", Dib(5, 3, 4, four, spot(5, 3), 3), 4);
     WriteBitmap(folder + "colors256.bmp", Dib(7, 4, 8, four, spot(7, 4), 4), 4);
@@ -81,12 +83,12 @@ int main(int, char **argv)
     WriteBitmap(folder + "wide.bmp", Dib(6, 5, 32, {}, direct, 5), 0);
 
     Bytes icon{0, 0, 1, 0, 1, 0, 16, 16, 16, 0, 1, 0, 4, 0};
-    Bytes image = Dib(16, 16, 4, {0x000000, 0xFFFFFF, 0x0000FF, 0xFFFF00, 0, 0, 0, 0, 0, 0, 0, 0, 0,
-                                  0, 0, 0},
-                      [](int x, int y) -> uint32_t {
-                          return x == 3 || x == 12 || y == 1 || y == 14 ? 0 : y < 6 ? 2 : 1;
-                      },
-                      32);
+    Bytes image = Dib(
+        16, 16, 4, {0x000000, 0xFFFFFF, 0x0000FF, 0xFFFF00, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0},
+        [](int x, int y) -> uint32_t {
+            return x == 3 || x == 12 || y == 1 || y == 14 ? 0 : y < 6 ? 2 : 1;
+        },
+        32);
     // The mask clears what lies beside the sheet of paper.
     for (int y = 15; y >= 0; --y)
         Add<uint32_t>(image, y < 1 || y > 14 ? 0xFFFFFFFF : 0x000007E0);

@@ -11,7 +11,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <functional>
+#include <iterator>
 #include <limits>
 #include <map>
 #include <string>
@@ -32,10 +34,31 @@
 namespace
 {
 
-constexpr const char *MODEL = "KORVA One";
-constexpr const char *BASE = "KV1";
+constexpr const char *MODEL = "KORVA KJ-820 Pro";
+constexpr const char *BASE = "KJ820PRO";
 
-// A machine on disk with the large model, removed at the end.
+Bytes BytesOnDisk(const std::string &dosPath)
+{
+    std::ifstream file(kvp::HostPath(dosPath), std::ios::binary);
+    return Bytes(std::istreambuf_iterator<char>(file), {});
+}
+
+// A user's file with every slot free, as large as the model's .cfg says.
+Bytes FreeUserFile()
+{
+    const Bytes cfg = BytesOnDisk(std::string(WINDOWS_DIR) + BASE + ".cfg");
+    CfgHeader header{};
+    if (cfg.size() < sizeof(header))
+        std::abort();
+    std::memcpy(&header, cfg.data(), sizeof(header));
+    Model slots;
+    slots.wUserSlots = header.wUserSlots;
+    slots.wUserPaperSlots = header.wUserPaperSlots;
+    return slots.Ucf();
+}
+
+// A machine on disk with the sample models installed and the larger one in use, removed at the
+// end.
 struct BenchMachine {
     BenchMachine()
     {
@@ -44,9 +67,8 @@ struct BenchMachine {
             std::abort();
         machine.strRoot = pattern;
         kvp::Configure(machine);
-        InstallOnDisk(LargeModel(), BASE, SYSTEM_DIR);
-        PutOnDisk(std::string(SYSTEM_DIR) + "kv_model.dat",
-                  ModelTableBytes({{9, {MakeModelRecord(MODEL, BASE)}}}));
+        std::filesystem::copy(KV_SAMPLE_ROOT, pattern, std::filesystem::copy_options::recursive);
+        PutOnDisk(std::string(SYSTEM_DIR) + BASE + ".ucf", FreeUserFile());
     }
     ~BenchMachine()
     {
@@ -91,9 +113,9 @@ void ReadWhole(const std::string &path)
 std::function<void()> Floor()
 {
     std::array<std::string, 3> paths;
-    const char *const suffixes[] = {".dat", ".cfg", ".ucf"};
-    for (size_t i = 0; i < paths.size(); ++i)
-        paths[i] = kvp::HostPath(std::string(SYSTEM_DIR) + BASE + suffixes[i]);
+    paths[0] = kvp::HostPath(std::string(WINDOWS_DIR) + BASE + ".dat");
+    paths[1] = kvp::HostPath(std::string(WINDOWS_DIR) + BASE + ".cfg");
+    paths[2] = kvp::HostPath(std::string(SYSTEM_DIR) + BASE + ".ucf");
     return [paths] {
         for (const std::string &path : paths)
             ReadWhole(path);

@@ -18,6 +18,7 @@ static bool IsMWSource(LONG lRow, LONG lSource)
     return lRow == wSource || lRow == static_cast<SHORT>(wSource);
 }
 
+// In 64 bits: a doubled resolution of a hostile record fits nothing rather than wrap around.
 static bool FitsResolution(const MWRecord &row, const MWKey &key)
 {
     const int64_t lResX2 = key.wDotScale == 1 || key.wDotScale == 3 ? 2 * key.lResX : key.lResX;

@@ -5,10 +5,8 @@
 #include <cstring>
 #include <string>
 
-#include "base/modeltable.h"
-#include "base/module.h"
-#include "base/printer.h"
 #include "base/text.h"
+#include "base/uilibrary.h"
 #include "base/units.h"
 #include "datafile/loader.h"
 #include "datafile/margins.h"
@@ -116,6 +114,7 @@ static PaperSize Converted(Convert convert, int64_t lWidth, int64_t lLength)
     return {static_cast<int32_t>(convert(lWidth)), static_cast<int32_t>(convert(lLength))};
 }
 
+// What a record says of its own paper, for a paper that nobody knows.
 static PaperSize OwnSize(const DriverDevMode *lpDM)
 {
     return Converted(FromMMTo360, lpDM->dm.dmPaperWidth, lpDM->dm.dmPaperLength);
@@ -219,16 +218,10 @@ BOOL Get_MinPrintable(const DriverDevMode *lpDM, PaperSize *lpSize)
 
 int Get_ResHandle(const DriverDevMode *lpDM, HANDLE hPrinter)
 {
-    LPSTR lpDirectory = GetPrinterDriverPath(hPrinter);
-    const std::string strPath = std::string(lpDirectory ? lpDirectory : "") +
-                                Get_UIRcName(AnsiModelName(lpDM).c_str()) + ".DLL";
-    LocalFree(lpDirectory);
-    HMODULE hLibrary = LoadLibraryA(strPath.c_str());
-    if (!hLibrary) {
-        NotifyFileNotFound(strPath.c_str());
+    LibraryPtr library = LoadUILibrary(AnsiModelName(lpDM).c_str(), hPrinter);
+    if (!library)
         return -1;
-    }
-    pInstance->hResLib = hLibrary;
+    pInstance->hResLib = library.release();
     return 1;
 }
 
@@ -244,6 +237,7 @@ static DWORD WithNames(const DriverDevMode *lpDM, HANDLE hPrinter, Answer answer
     return n;
 }
 
+// "" for a text that the library lacks.
 static std::u16string ResourceText(UINT uId)
 {
     WCHAR awch[256];
@@ -251,6 +245,7 @@ static std::u16string ResourceText(UINT uId)
     return std::u16string(awch, static_cast<size_t>(std::max(cch, 0)));
 }
 
+// A name that fills its field without a terminator ends with the field.
 static std::u16string SlotName(const UserPaperRecord &slot)
 {
     const std::string strName(slot.szName, strnlen(slot.szName, sizeof slot.szName));

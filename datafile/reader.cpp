@@ -20,6 +20,7 @@ static bool CloseReader(FileReader *lpFile)
     return !lpFile->bShort;
 }
 
+// From the start of the file; a table that follows the last one read needs no call at all.
 static void SeekTo(FileReader *lpFile, int64_t nOffset)
 {
     if (lpFile->bShort || lpFile->nPos == nOffset)
@@ -168,14 +169,16 @@ FileState ReadCfg(LPCSTR lpName, Versions versions, CfgHeader *lpHeader,
     return state;
 }
 
+// The user's file has no counts of its own: whether it is whole, the .cfg's capacities tell.
 static bool ReadOpenUcf(FileReader *lpFile, const CfgHeader &cfg,
                         std::span<SettingsRecord> settings, std::span<UserPaperRecord> papers)
 {
     WORD wVersion;
     ReadAt(lpFile, 0, &wVersion, sizeof wVersion);
-    const int64_t nPapersAt = sizeof wVersion + sizeof(SettingsRecord) * cfg.wUserSlots;
-    RequireLength(lpFile,
-                  nPapersAt + static_cast<int64_t>(sizeof(UserPaperRecord)) * cfg.wUserPaperSlots);
+    const auto cbSlots = static_cast<int64_t>(sizeof(SettingsRecord)) * cfg.wUserSlots;
+    const auto cbPapers = static_cast<int64_t>(sizeof(UserPaperRecord)) * cfg.wUserPaperSlots;
+    const int64_t nPapersAt = int64_t{sizeof wVersion} + cbSlots;
+    RequireLength(lpFile, nPapersAt + cbPapers);
     if (lpFile->bShort || wVersion != FILE_VERSION)
         return false;
     ReadAt(lpFile, sizeof wVersion, settings.data(), settings.size_bytes());

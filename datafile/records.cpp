@@ -1,8 +1,11 @@
 // Records built from a model's .dat and handed out as new blocks.
 #include "datafile/records.h"
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 
+#include "base/handles.h"
 #include "base/module.h"
 #include "base/units.h"
 #include "datafile/files.h"
@@ -17,15 +20,6 @@ static BOOL OpenModelDat(const DriverDevMode *lpDM, DatReader *lpReader)
     if (state == FileState::NotFound)
         NotifyFileNotFound(strName.c_str());
     return state == FileState::Read;
-}
-
-// A new block with a copy, or null when there is nothing to copy or no memory.
-static HGLOBAL NewBlock(const void *lpFrom, size_t cb)
-{
-    HGLOBAL hBlock = cb > 0 ? GlobalAlloc(GMEM_FIXED | GMEM_ZEROINIT, cb) : nullptr;
-    if (hBlock)
-        std::memcpy(hBlock, lpFrom, cb);
-    return hBlock;
 }
 
 // ---- printer record ---------------------------------------------------------------------------
@@ -50,16 +44,6 @@ BOOL BuildLogPrinter(const DriverDevMode *lpDM, LPVOID lpBuffer, DWORD cb)
     if (cb > 0)
         std::memcpy(lpBuffer, aBytes.data(), cb);
     return TRUE;
-}
-
-static HGLOBAL NewLogPrinter(const DriverDevMode *lpDM)
-{
-    DatReader reader;
-    if (!OpenModelDat(lpDM, &reader))
-        return nullptr;
-    const auto cb = static_cast<size_t>(PartSize(reader.header, PART_PRINTER));
-    const auto aBytes = ReadPartBytes(&reader, PART_PRINTER, cb);
-    return CloseDat(&reader) == FileState::Read ? NewBlock(aBytes.data(), cb) : nullptr;
 }
 
 // ---- papers and their sizes -------------------------------------------------------------------
@@ -88,23 +72,16 @@ static BOOL ReadMMPS(const DriverDevMode *lpDM, std::vector<MMPSEntry> *lpEntrie
     return TRUE;
 }
 
-// The buffer holds what SizeofMMPS says.
-BOOL BuildMMPS(const DriverDevMode *lpDM, LPVOID lpBuffer, DWORD)
+// As many entries as the buffer has room for: the file may have grown since its size was asked.
+BOOL BuildMMPS(const DriverDevMode *lpDM, LPVOID lpBuffer, DWORD cb)
 {
     std::vector<MMPSEntry> entries;
     if (!ReadMMPS(lpDM, &entries))
         return FALSE;
-    if (!entries.empty())
-        std::memcpy(lpBuffer, entries.data(), entries.size() * sizeof(MMPSEntry));
+    const size_t nRoom = std::min<size_t>(entries.size(), cb / sizeof(MMPSEntry));
+    if (nRoom > 0)
+        std::memcpy(lpBuffer, entries.data(), nRoom * sizeof(MMPSEntry));
     return TRUE;
-}
-
-static HGLOBAL NewMMPS(const DriverDevMode *lpDM)
-{
-    std::vector<MMPSEntry> entries;
-    if (!ReadMMPS(lpDM, &entries))
-        return nullptr;
-    return NewBlock(entries.data(), entries.size() * sizeof(MMPSEntry));
 }
 
 // ---- handing out ------------------------------------------------------------------------------
@@ -114,14 +91,26 @@ HGLOBAL KVGetResource(WORD wResource, WORD wSelector, const DriverDevMode *lpDM)
     return KVGetResource2(wResource, wSelector, lpDM);
 }
 
-// Size and content come from one opening of the file, so that they belong together.
+// Which records there are, and the two steps that make one: its size, then its content.
+static constexpr struct Selector {
+    WORD wSelector;
+    DWORD (*size)(const DriverDevMode *);
+    BOOL (*build)(const DriverDevMode *, LPVOID, DWORD);
+} aSelectors[] = {
+    {RESOURCE_MMPS, SizeofMMPS, BuildMMPS},
+    {RESOURCE_PRINTER, SizeofLogPrinter, BuildLogPrinter},
+};
+
 HGLOBAL KVGetResource2(WORD, WORD wSelector, const DriverDevMode *lpDM)
 {
-    switch (wSelector) {
-    case RESOURCE_PRINTER: return NewLogPrinter(lpDM);
-    case RESOURCE_MMPS: return NewMMPS(lpDM);
-    default: return nullptr;
-    }
+    const auto *row = std::ranges::find(aSelectors, wSelector, &Selector::wSelector);
+    const DWORD cb = row != std::end(aSelectors) ? row->size(lpDM) : 0;
+    if (cb == 0)
+        return nullptr;
+    GlobalPtr<void> record = NewGlobal<void>(cb);
+    if (!record || !row->build(lpDM, record.get(), cb))
+        return nullptr;
+    return record.release();
 }
 
 int KVGetPrinterID(LPCSTR, const DriverDevMode *lpDM)

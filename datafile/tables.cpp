@@ -28,6 +28,7 @@ FileState ReadCfgTables(LPCSTR lpName, DatFile *lpBlock)
     const FileState state = ReadCfg(lpName, Versions::Checked, &header, &lpBlock->lpSettings);
     if (state != FileState::Read)
         return state;
+    // The header last: its capacities may never exceed the tables.
     MakeRoom(&lpBlock->lpUserPapers, header.wUserPaperSlots);
     lpBlock->CfgHeader = header;
     lpBlock->nAuto = header.wAutoCount;

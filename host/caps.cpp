@@ -21,31 +21,31 @@ constexpr size_t SPARE_ENTRIES = 256;
 enum class Answers { Number, Flags, Ids, Sizes, Names };
 
 struct Query {
-    WORD wQuery;
     const char *lpszName;
+    WORD wQuery;
     Answers answers;
     size_t cbEntry = 0; // of lists
 };
 
 constexpr Query aQueries[] = {
-    {DC_FIELDS, "fields", Answers::Flags},
-    {DC_PAPERS, "papers", Answers::Ids, 2},
-    {DC_PAPERSIZE, "papersize", Answers::Sizes, 8},
-    {DC_MINEXTENT, "minextent", Answers::Number},
-    {DC_MAXEXTENT, "maxextent", Answers::Number},
-    {DC_BINS, "bins", Answers::Ids, 2},
-    {DC_DUPLEX, "duplex", Answers::Number},
-    {DC_SIZE, "size", Answers::Number},
-    {DC_EXTRA, "extra", Answers::Number},
-    {DC_VERSION, "version", Answers::Number},
-    {DC_DRIVER, "driver", Answers::Number},
-    {DC_BINNAMES, "binnames", Answers::Names, 48},
-    {DC_ENUMRESOLUTIONS, "enumresolutions", Answers::Number},
-    {DC_FILEDEPENDENCIES, "filedependencies", Answers::Number},
-    {DC_TRUETYPE, "truetype", Answers::Number},
-    {DC_PAPERNAMES, "papernames", Answers::Names, 128},
-    {DC_ORIENTATION, "orientation", Answers::Number},
-    {DC_COPIES, "copies", Answers::Number},
+    {"fields", DC_FIELDS, Answers::Flags},
+    {"papers", DC_PAPERS, Answers::Ids, 2},
+    {"papersize", DC_PAPERSIZE, Answers::Sizes, 8},
+    {"minextent", DC_MINEXTENT, Answers::Number},
+    {"maxextent", DC_MAXEXTENT, Answers::Number},
+    {"bins", DC_BINS, Answers::Ids, 2},
+    {"duplex", DC_DUPLEX, Answers::Number},
+    {"size", DC_SIZE, Answers::Number},
+    {"extra", DC_EXTRA, Answers::Number},
+    {"version", DC_VERSION, Answers::Number},
+    {"driver", DC_DRIVER, Answers::Number},
+    {"binnames", DC_BINNAMES, Answers::Names, 48},
+    {"enumresolutions", DC_ENUMRESOLUTIONS, Answers::Number},
+    {"filedependencies", DC_FILEDEPENDENCIES, Answers::Number},
+    {"truetype", DC_TRUETYPE, Answers::Number},
+    {"papernames", DC_PAPERNAMES, Answers::Names, 128},
+    {"orientation", DC_ORIENTATION, Answers::Number},
+    {"copies", DC_COPIES, Answers::Number},
 };
 
 struct Answer {
@@ -86,6 +86,7 @@ const Query &QueryNamed(const std::string &name)
 std::vector<const Query *> QueriesAsked(const std::vector<std::string> &names)
 {
     std::vector<const Query *> asked;
+    asked.reserve(std::size(aQueries));
     for (const std::string &name : names)
         asked.push_back(&QueryNamed(name));
     if (names.empty())

@@ -256,6 +256,7 @@ std::vector<const Item *> ItemsAsked(const Request &request)
     if (request.strAction == "set")
         throw Failure(EXIT_USAGE, "which item is to be set? give it and its value");
     std::vector<const Item *> asked;
+    asked.reserve(aItems.size());
     for (const Item &item : aItems)
         asked.push_back(&item);
     return asked;

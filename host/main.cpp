@@ -199,9 +199,8 @@ int ReportParse(const CLI::App &app, const CLI::ParseError &error)
     return Report(EXIT_USAGE,
                   fmt::format("{}; \"kvhost --help\" tells how it is used", error.what()));
 }
-} // namespace
 
-int main(int argc, char **argv)
+int Guarded(int argc, char **argv)
 {
     CLI::App app("Plays spooler and application for the printer driver", "kvhost");
     Request request;
@@ -218,4 +217,14 @@ int main(int argc, char **argv)
     if (std::fflush(stdout) != 0 || std::ferror(stdout))
         return Report(EXIT_REFUSED, "the output cannot be written: give it a place with room");
     return nStatus;
+}
+} // namespace
+
+int main(int argc, char **argv)
+{
+    try {
+        return Guarded(argc, argv);
+    } catch (...) { // not even the report could be written
+        return EXIT_REFUSED;
+    }
 }

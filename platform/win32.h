@@ -157,6 +157,8 @@ constexpr UINT LMEM_ZEROINIT = 0x40;
 // Null when memory runs out. Freed with GlobalFree and LocalFree, which take null as well.
 KV_IMPORT HGLOBAL WINAPI GlobalAlloc(UINT uFlags, size_t dwBytes);
 KV_IMPORT HGLOBAL WINAPI GlobalFree(HGLOBAL hMem);
+// Bytes that a block was asked for with; 0 for null.
+KV_IMPORT size_t WINAPI GlobalSize(HGLOBAL hMem);
 KV_IMPORT HLOCAL WINAPI LocalAlloc(UINT uFlags, size_t uBytes);
 KV_IMPORT HLOCAL WINAPI LocalFree(HLOCAL hMem);
 
@@ -174,7 +176,6 @@ constexpr HFILE HFILE_ERROR = -1;
 constexpr UINT OF_READ = 0;
 constexpr UINT OF_EXIST = 0x4000;
 constexpr int FILE_BEGIN = 0;
-constexpr int FILE_CURRENT = 1;
 
 struct OFSTRUCT {
     BYTE cBytes;

@@ -38,12 +38,12 @@ static BOOL Accept(FileState state, const std::string &strName)
     return state == FileState::Read;
 }
 
-static BOOL ReadModel(const std::string &strName, DefaultSource *lpSource, DWORD *lpcbPrinterRecord)
+// The printer record's size is told even when something after the .dat fails.
+static BOOL ReadModel(const std::string &strName, DefaultSource *lpSource)
 {
     DatReader reader;
     if (!Accept(OpenDat(strName.c_str(), Versions::Any, &reader), strName))
         return FALSE;
-    *lpcbPrinterRecord = static_cast<DWORD>(PartSize(reader.header, PART_PRINTER));
     ReadTable(&reader, PART_PAPERS, &lpSource->papers);
     ReadTable(&reader, PART_MEDIA, &lpSource->media);
     ReadTable(&reader, PART_RES, &lpSource->resolutions);
@@ -65,10 +65,10 @@ static void ReadUserSettings(const std::string &strName, const CfgHeader &cfg,
         Notify("Version Error of ucf file");
 }
 
-static BOOL ReadSource(const DriverDevMode *lpDM, DefaultSource *lpSource, DWORD *lpcbPrinterRecord)
+static BOOL ReadSource(const DriverDevMode *lpDM, DefaultSource *lpSource)
 {
     const ModelFiles files = FilesOfModel(lpDM);
-    if (!ReadModel(files.strDat, lpSource, lpcbPrinterRecord))
+    if (!ReadModel(files.strDat, lpSource))
         return FALSE;
     CfgHeader cfg;
     if (!Accept(ReadCfg(files.strCfg.c_str(), Versions::Any, &cfg, &lpSource->settings),
@@ -184,20 +184,13 @@ static void TakeSettings(DriverDevMode *lpDM, const DefaultSource &source)
     lpDM->dm.dmColor = lpDM->Settings.wInk == 1 ? 2 : 1;
 }
 
-BOOL BuildDefaults(DriverDevMode *lpDM, DWORD *lpcbPrinterRecord)
+BOOL InitPrinterDevMode(DriverDevMode *lpDM, LPVOID, LPVOID)
 {
-    *lpcbPrinterRecord = 0;
     DefaultSource source;
-    if (!ReadSource(lpDM, &source, lpcbPrinterRecord))
+    if (!ReadSource(lpDM, &source))
         return FALSE;
     TakeTemplate(lpDM, source.tmpl);
     TakeDefaultPaper(lpDM, source.papers);
     TakeSettings(lpDM, source);
     return TRUE;
-}
-
-BOOL InitPrinterDevMode(DriverDevMode *lpDM, LPVOID, LPVOID)
-{
-    DWORD cbPrinterRecord;
-    return BuildDefaults(lpDM, &cbPrinterRecord);
 }

@@ -9,8 +9,5 @@
 // .dat or .cfg is not found, FALSE when one is shorter than its counts; nothing is written then.
 // The last two arguments are not used.
 BOOL InitPrinterDevMode(DriverDevMode *lpDM, LPVOID p2, LPVOID p3);
-// The same; also tells how many bytes the model's printer record has, 0 when the .dat cannot be
-// read.
-BOOL BuildDefaults(DriverDevMode *lpDM, DWORD *lpcbPrinterRecord);
 
 #endif

@@ -6,9 +6,9 @@
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
 #include <optional>
 
+#include "base/handles.h"
 #include "base/printer.h"
 #include "base/text.h"
 #include "base/units.h"
@@ -17,11 +17,6 @@
 #include "datafile/queries.h"
 #include "datafile/tables.h"
 #include "settings/defaults.h"
-
-struct GlobalDeleter {
-    void operator()(BYTE *lpBlock) const { GlobalFree(lpBlock); }
-};
-using GlobalBytes = std::unique_ptr<BYTE, GlobalDeleter>;
 
 // ---- the foreign record -----------------------------------------------------------------------
 
@@ -53,12 +48,14 @@ static PublicDevMode PublicPartOf(const DriverDevMode *lpIn)
     return in;
 }
 
+// The four values that mark a record as one of ours; whether it is of the same model, its tag says.
 static bool IsOurs(const PublicDevMode &dm)
 {
     return dm.dmSpecVersion == KV_SPECVERSION && dm.dmDriverVersion == KV_DRIVERVERSION &&
            dm.dmSize == KV_PUBLICSIZE && dm.dmDriverExtra == KV_PRIVATESIZE;
 }
 
+// All or nothing, the model's name too: from here on the files of that model are asked.
 static void MergePrivatePart(DriverDevMode *lpDM, const DriverDevMode *lpIn)
 {
     if (!IsOurs(lpIn->dm) || lpIn->dwModelTag != lpDM->dwModelTag)
@@ -151,6 +148,7 @@ static void MergePaper(DriverDevMode *lpDM, const PublicDevMode &in, const DatFi
         Get_NewPaperMMSize(lpDM, in.dmPaperSize, &block);
 }
 
+// The public resolution follows the settings in force; the sender's own is never taken.
 static void FollowResolution(DriverDevMode *lpDM, const DatFile &block)
 {
     const ResolutionRecord *lpResolution =
@@ -264,17 +262,18 @@ BOOL KVMergeOldDevmode(DriverDevMode *, const DriverDevMode *, HANDLE)
     return FALSE; // records of other versions have nothing that converts
 }
 
-// The pairs of a printer record of cb bytes; one that would leave the record ends them.
-static void TakePairs(DriverDevMode *lpDM, const BYTE *lpRecord, DWORD cb)
+// The pairs of a printer record; one that would leave the record's block ends them.
+static void TakePairs(DriverDevMode *lpDM, HGLOBAL lpPrinterRecord)
 {
+    const auto *lpRecord = static_cast<const BYTE *>(lpPrinterRecord);
+    const size_t cb = GlobalSize(lpPrinterRecord);
     PrinterRecordHead head{};
-    if (lpRecord && cb >= sizeof head)
+    if (cb >= sizeof head)
         std::memcpy(&head, lpRecord, sizeof head);
     const DWORD nWanted = static_cast<DWORD>(std::clamp<int>(head.sPairCount, 0, KV_MAXPAIRS));
     int64_t nAt = int64_t{sizeof head} + 2 * head.sPairOffset;
     lpDM->dwPairCount = 0;
-    while (lpDM->dwPairCount < nWanted && nAt >= 0 &&
-           nAt + int64_t{sizeof(DevModePair)} <= int64_t{cb}) {
+    while (lpDM->dwPairCount < nWanted && nAt >= 0 && nAt + sizeof(DevModePair) <= cb) {
         std::memcpy(&lpDM->aPairs[lpDM->dwPairCount++], lpRecord + nAt, sizeof(DevModePair));
         nAt += sizeof(DevModePair);
     }
@@ -282,37 +281,23 @@ static void TakePairs(DriverDevMode *lpDM, const BYTE *lpRecord, DWORD cb)
 
 BOOL KVGetDefDevmode(DriverDevMode *lpDM, HGLOBAL lpPrinterRecord, HANDLE hPrinter)
 {
-    DWORD cbPrinterRecord = 0;
-    BuildDefaults(lpDM, &cbPrinterRecord); // without its files the rest is still worth having
+    InitPrinterDevMode(lpDM, nullptr, nullptr); // without its files the rest is worth having
     WCHAR awchName[std::extent_v<decltype(PublicDevMode::dmDeviceName)>] = {};
     if (KVGetPrinterName(hPrinter, awchName))
         KVMemcpy(lpDM->dm.dmDeviceName, awchName, sizeof awchName);
-    TakePairs(lpDM, static_cast<const BYTE *>(lpPrinterRecord), cbPrinterRecord);
+    TakePairs(lpDM, lpPrinterRecord);
     return TRUE;
 }
 
-// The spooler's information on a printer, and its size; null when it cannot be had.
-static GlobalBytes PrinterInfo(HANDLE hPrinter, DWORD *lpcb)
+// A copy of the default record in the spooler's answer, however long it is: behind the answer's
+// end there is nothing, and the record's two sizes are cut to what there is. FALSE when there is
+// none.
+static BOOL CopyDefaultRecord(const GlobalPtr<PRINTER_INFO_2W> &info, DriverDevMode *lpCopy)
 {
-    *lpcb = 0;
-    if (GetPrinterW(hPrinter, 2, nullptr, 0, lpcb) || GetLastError() != ERROR_INSUFFICIENT_BUFFER)
-        return nullptr;
-    GlobalBytes block(static_cast<BYTE *>(GlobalAlloc(GMEM_FIXED | GMEM_ZEROINIT, *lpcb)));
-    DWORD cbNeeded = 0;
-    if (!block || *lpcb < sizeof(PRINTER_INFO_2W) ||
-        !GetPrinterW(hPrinter, 2, block.get(), *lpcb, &cbNeeded))
-        return nullptr;
-    return block;
-}
-
-// A copy of the default record in such a block, however long it is: behind the block's end there
-// is nothing, and its two sizes are cut to what there is. FALSE when there is none.
-static BOOL CopyDefaultRecord(const BYTE *lpBlock, DWORD cb, DriverDevMode *lpCopy)
-{
-    const BYTE *lpEnd = lpBlock + cb;
-    const auto *lpRecord = reinterpret_cast<const BYTE *>(
-        reinterpret_cast<const PRINTER_INFO_2W *>(lpBlock)->pDevMode);
-    if (lpRecord < lpBlock || lpRecord >= lpEnd)
+    const auto *lpAnswer = reinterpret_cast<const BYTE *>(info.get());
+    const BYTE *lpEnd = lpAnswer + GlobalSize(info.get());
+    const auto *lpRecord = reinterpret_cast<const BYTE *>(info->pDevMode);
+    if (lpRecord < lpAnswer || lpRecord >= lpEnd)
         return FALSE;
     const size_t cbRecord = static_cast<size_t>(lpEnd - lpRecord);
     *lpCopy = DriverDevMode{};
@@ -325,6 +310,7 @@ static BOOL CopyDefaultRecord(const BYTE *lpBlock, DWORD cb, DriverDevMode *lpCo
     return TRUE;
 }
 
+// Nothing is merged here, so the record must be one of ours and whole.
 static BOOL TakeWholeRecord(DriverDevMode *lpOut, const DriverDevMode &stored, HANDLE hPrinter)
 {
     if (stored.dm.dmDriverVersion != KV_DRIVERVERSION)
@@ -337,10 +323,11 @@ static BOOL TakeWholeRecord(DriverDevMode *lpOut, const DriverDevMode &stored, H
 
 BOOL KVGetRegDevmode(HANDLE hPrinter, DriverDevMode *lpOut, HGLOBAL lpPrinterRecord)
 {
-    DWORD cb;
-    const GlobalBytes info = PrinterInfo(hPrinter, &cb);
+    const auto info = ReadSized<PRINTER_INFO_2W>([=](LPBYTE lpBuffer, DWORD cb, DWORD *lpcb) {
+        return GetPrinterW(hPrinter, 2, lpBuffer, cb, lpcb);
+    });
     DriverDevMode stored;
-    if (!info || !CopyDefaultRecord(info.get(), cb, &stored))
+    if (!info || !CopyDefaultRecord(info, &stored))
         return FALSE;
     if (!lpPrinterRecord)
         return TakeWholeRecord(lpOut, stored, hPrinter);

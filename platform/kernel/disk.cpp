@@ -4,6 +4,7 @@
 #include "platform/kernel/disk.h"
 
 #include <dirent.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -18,6 +19,7 @@
 #include <vector>
 
 #include "platform/kernel/errors.h"
+#include "platform/kernel/fd.h"
 #include "platform/kernel/machine.h"
 
 namespace kvp
@@ -31,7 +33,8 @@ struct Entry {
 
 struct Listing {
     struct stat state;           // of the directory, taken before its names were read
-    bool bTrusted;               // the directory had been at rest for long enough
+    Fd directory;                // closed: the directory was not at rest, this serves once
+    time_t nPathSeen;            // when the path was last known to lead to this directory
     std::vector<Entry> aEntries; // by folded name, then by actual name
 };
 
@@ -42,7 +45,7 @@ struct ViewHash {
 
 // By host path, no '/' at its end.
 using Listings = std::unordered_map<std::string, Listing, ViewHash, std::equal_to<>>;
-constexpr size_t MOST_LISTINGS = 64;
+constexpr size_t MOST_LISTINGS = 32;
 
 std::mutex g_lock;
 Listings g_listings;
@@ -68,12 +71,25 @@ bool WasAtRest(const struct stat &state)
     return std::max(state.st_mtim.tv_sec, state.st_ctim.tv_sec) + COARSEST_TICK < now.tv_sec;
 }
 
+time_t Now()
+{
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+    return now.tv_sec;
+}
+
 bool ReadListing(const char *hostDirectory, Listing &listing)
 {
-    const std::unique_ptr<DIR, int (*)(DIR *)> dir(opendir(hostDirectory), closedir);
-    if (!dir || fstat(dirfd(dir.get()), &listing.state) != 0)
+    listing.nPathSeen = Now();
+    listing.directory = Fd(open(hostDirectory, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const int fd = listing.directory.Get();
+    if (!listing.directory.IsOpen() || fstat(fd, &listing.state) != 0)
         return false;
-    listing.bTrusted = WasAtRest(listing.state);
+    const bool bAtRest = WasAtRest(listing.state);
+    const std::unique_ptr<DIR, int (*)(DIR *)> dir(fdopendir(fcntl(fd, F_DUPFD_CLOEXEC, 0)),
+                                                   closedir);
+    if (!dir)
+        return false;
     while (const dirent *entry = readdir(dir.get())) {
         const std::string_view name = entry->d_name;
         if (name != "." && name != "..")
@@ -82,27 +98,49 @@ bool ReadListing(const char *hostDirectory, Listing &listing)
     std::sort(listing.aEntries.begin(), listing.aEntries.end(), [](const Entry &a, const Entry &b) {
         return std::tie(a.strFolded, a.strActual) < std::tie(b.strFolded, b.strActual);
     });
+    if (!bAtRest)
+        listing.directory.Close();
     return true;
 }
 
-// Valid listings only; null when there is no such directory. Under the lock.
+// A look at the directory by its descriptor costs a third of one by its path and sees every
+// change of its names. That the path leads to another directory by now, as one above it was
+// moved, it does not see: a look by the path, once a second, does.
+bool StillHolds(const std::string &hostDirectory, Listing &listing)
+{
+    struct stat state {
+    };
+    if (!listing.directory.IsOpen())
+        return false;
+    const time_t nNow = Now();
+    const int nResult = nNow == listing.nPathSeen ? fstat(listing.directory.Get(), &state)
+                                                  : stat(hostDirectory.c_str(), &state);
+    listing.nPathSeen = nNow;
+    return nResult == 0 && SameState(state, listing.state);
+}
+
+// A kept listing where it still holds, else null and it is dropped. Under the lock.
+const Listing *IfItHolds(Listings::iterator it)
+{
+    if (StillHolds(it->first, it->second))
+        return &it->second;
+    g_listings.erase(it);
+    return nullptr;
+}
+
+// Null when there is no such directory. Under the lock.
 const Listing *ListingOf(std::string_view hostDirectory)
 {
-    if (const auto it = g_listings.find(hostDirectory); it != g_listings.end()) {
-        struct stat state {
-        };
-        if (it->second.bTrusted && stat(it->first.c_str(), &state) == 0 &&
-            SameState(state, it->second.state))
-            return &it->second;
-        g_listings.erase(it);
-    }
+    if (const auto it = g_listings.find(hostDirectory); it != g_listings.end())
+        if (const Listing *pKept = IfItHolds(it))
+            return pKept;
     Listing listing{};
-    const std::string strDirectory(hostDirectory);
+    std::string strDirectory(hostDirectory);
     if (!ReadListing(strDirectory.c_str(), listing))
         return nullptr;
     if (g_listings.size() >= MOST_LISTINGS)
         g_listings.clear();
-    return &g_listings.insert_or_assign(strDirectory, std::move(listing)).first->second;
+    return &g_listings.insert_or_assign(std::move(strDirectory), std::move(listing)).first->second;
 }
 
 auto EntriesNamed(const Listing &listing, std::string_view leaf)
@@ -127,17 +165,7 @@ const std::string *ActualName(const Listing &listing, std::string_view leaf)
     return first != last ? &first->strActual : nullptr;
 }
 
-// The last listing, valid or not, holds no name in exactly this case. Under the lock.
-bool LastListingLacks(std::string_view hostDirectory, std::string_view leaf)
-{
-    const auto it = g_listings.find(hostDirectory);
-    if (it == g_listings.end())
-        return false;
-    const std::string *pActual = ActualName(it->second, leaf);
-    return !pActual || *pActual != leaf;
-}
-
-// Host path without end: long roots and long names meet here.
+// A place's path on the host with exactly the letters asked for.
 class HostName
 {
   public:
@@ -200,10 +228,24 @@ DWORD FindInOtherCase(const std::string &rootPrefix, const Place &place,
     return ERROR_SUCCESS;
 }
 
-bool MayStandExactly(std::string_view hostDirectory, std::string_view leaf)
+// What a kept listing tells of a name: that the directory holds none like it, or one in other
+// case, whose path it gives. Nothing when it tells the exact name, or tells nothing that holds.
+std::optional<DWORD> ToldByListing(std::string_view exactDirectory, std::string_view leaf,
+                                   std::string &hostPath)
 {
     const std::lock_guard guard(g_lock);
-    return !LastListingLacks(hostDirectory, leaf);
+    const auto it = g_listings.find(exactDirectory);
+    if (it == g_listings.end())
+        return std::nullopt;
+    const std::string *pName = ActualName(it->second, leaf);
+    if (pName && *pName == leaf)
+        return std::nullopt; // the action itself will tell whether that still holds
+    if (!IfItHolds(it))
+        return std::nullopt;
+    if (!pName)
+        return ERROR_FILE_NOT_FOUND;
+    hostPath.append(exactDirectory).append("/").append(*pName);
+    return ERROR_SUCCESS;
 }
 
 } // namespace
@@ -216,17 +258,18 @@ DWORD Reach(const Place &place, const HostAction &action)
     const HostName exact(strRootPrefix, place.View());
     if (!exact.Fits())
         return ERROR_FILENAME_EXCED_RANGE;
-    if (MayStandExactly(exact.Directory(), place.Leaf())) {
+    std::string strPath;
+    auto told = ToldByListing(exact.Directory(), place.Leaf(), strPath);
+    if (!told) {
         const int error = action(exact.Path());
         if (error == 0)
             return ERROR_SUCCESS;
         if (error != ENOENT && error != ENOTDIR)
             return ErrorFromErrno(error);
+        told = FindInOtherCase(strRootPrefix, place, exact.Directory(), strPath);
     }
-    std::string strPath;
-    const DWORD dwError = FindInOtherCase(strRootPrefix, place, exact.Directory(), strPath);
-    if (dwError != ERROR_SUCCESS)
-        return dwError;
+    if (*told != ERROR_SUCCESS)
+        return *told;
     const int error = action(strPath.c_str());
     return error == 0 ? ERROR_SUCCESS : ErrorFromErrno(error);
 }
@@ -237,7 +280,7 @@ int IsHostFile(const char *hostPath)
     };
     if (stat(hostPath, &state) != 0)
         return errno;
-    return S_ISDIR(state.st_mode) ? EISDIR : 0;
+    return S_ISREG(state.st_mode) ? 0 : EISDIR;
 }
 
 std::string HostPathOf(const Place &place)

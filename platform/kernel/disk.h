@@ -19,7 +19,7 @@ using HostAction = std::function<int(const char *hostPath)>;
 // not there, then on the name as it stands on disk. ERROR_SUCCESS or the error.
 DWORD Reach(const Place &place, const HostAction &action);
 
-// The action that succeeds when a file, not a directory, stands there.
+// The action that succeeds when a file stands there, not a directory and not a pipe.
 int IsHostFile(const char *hostPath);
 
 // The host path of a place, in the case on disk as far as it exists; empty when the machine has

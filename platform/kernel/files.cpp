@@ -1,6 +1,7 @@
 // The file calls: finding by name, and one table of open files for both families of handles, as
 // either family's calls take the other's handles.
 #include <array>
+#include <cstddef>
 #include <cstring>
 #include <mutex>
 
@@ -269,7 +270,7 @@ HFILE WINAPI OpenFile(LPCSTR lpFileName, OFSTRUCT *lpReOpenBuff, UINT uStyle)
     constexpr HFILE FOUND_ONLY = 1; // no handle: those are multiples of 4
     if (!lpFileName || !lpReOpenBuff)
         return kvp::Fail(ERROR_INVALID_PARAMETER, HFILE_ERROR);
-    *lpReOpenBuff = {};
+    std::memset(lpReOpenBuff, 0, offsetof(OFSTRUCT, szPathName) + 1);
     lpReOpenBuff->cBytes = sizeof(OFSTRUCT);
     if (kvp::ShouldFail(kvp::Call::OpenFile))
         return kvp::Refused(lpReOpenBuff, kvp::ERROR_ACCESS_DENIED);
@@ -282,6 +283,7 @@ HFILE WINAPI OpenFile(LPCSTR lpFileName, OFSTRUCT *lpReOpenBuff, UINT uStyle)
     if (cbPath == 0)
         return kvp::Refused(lpReOpenBuff, kvp::ERROR_FILENAME_EXCED_RANGE);
     lpReOpenBuff->fFixedDisk = 1;
+    lpReOpenBuff->szPathName[cbPath] = '\0';
     kvp::SpoilRest(lpReOpenBuff->szPathName + cbPath + 1, cbRoom - cbPath);
     if (uStyle & OF_EXIST)
         return FOUND_ONLY;

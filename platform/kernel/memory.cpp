@@ -1,7 +1,9 @@
 // Blocks: fixed ones only, so that a handle is the block's address, and memory below 4 GiB.
 #include <sys/mman.h>
 
+#include <cstddef>
 #include <cstdlib>
+#include <new>
 
 #include "platform/kernel/counts.h"
 #include "platform/kernel/errors.h"
@@ -14,6 +16,16 @@ namespace
 constexpr size_t LARGEST_BLOCK = 0x7FFF0000;
 constexpr uintptr_t FOUR_GIB = 0x100000000;
 
+// What stands before a block's own bytes, as wide as memory is aligned.
+struct alignas(std::max_align_t) Head {
+    size_t cb;
+};
+
+Head *HeadOf(void *pBlock)
+{
+    return static_cast<Head *>(pBlock) - 1;
+}
+
 void *AllocBlock(UINT uFlags, size_t cb)
 {
     const bool bZero = (uFlags & GMEM_ZEROINIT) != 0;
@@ -21,10 +33,10 @@ void *AllocBlock(UINT uFlags, size_t cb)
         return kvp::Fail<void *>(kvp::ERROR_NOT_ENOUGH_MEMORY, nullptr);
     if (uFlags & ~GMEM_ZEROINIT)
         return kvp::Fail<void *>(ERROR_INVALID_PARAMETER, nullptr);
-    const size_t cbAsked = cb ? cb : 1; // an empty block has an address too
-    void *pBlock = bZero ? std::calloc(1, cbAsked) : std::malloc(cbAsked);
-    if (!pBlock)
+    void *pMemory = bZero ? std::calloc(1, sizeof(Head) + cb) : std::malloc(sizeof(Head) + cb);
+    if (!pMemory)
         return kvp::Fail<void *>(kvp::ERROR_NOT_ENOUGH_MEMORY, nullptr);
+    void *pBlock = new (pMemory) Head{cb} + 1;
     if (!bZero)
         kvp::SpoilRest(pBlock, cb);
     kvp::g_nBlocks.fetch_add(1, std::memory_order_relaxed);
@@ -33,9 +45,10 @@ void *AllocBlock(UINT uFlags, size_t cb)
 
 void *FreeBlock(void *pBlock)
 {
-    if (pBlock)
-        kvp::g_nBlocks.fetch_sub(1, std::memory_order_relaxed);
-    std::free(pBlock);
+    if (!pBlock)
+        return nullptr;
+    kvp::g_nBlocks.fetch_sub(1, std::memory_order_relaxed);
+    std::free(HeadOf(pBlock));
     return nullptr;
 }
 
@@ -49,6 +62,11 @@ HGLOBAL WINAPI GlobalAlloc(UINT uFlags, size_t dwBytes)
 HGLOBAL WINAPI GlobalFree(HGLOBAL hMem)
 {
     return FreeBlock(hMem);
+}
+
+size_t WINAPI GlobalSize(HGLOBAL hMem)
+{
+    return hMem ? HeadOf(hMem)->cb : 0;
 }
 
 HLOCAL WINAPI LocalAlloc(UINT uFlags, size_t uBytes)

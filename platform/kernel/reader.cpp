@@ -3,9 +3,9 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstring>
 #include <utility>
@@ -25,9 +25,26 @@ ssize_t ReadHost(int fd, void *to, size_t cb, uint64_t position)
 {
     ssize_t n = 0;
     do
-        n = position == 0 ? read(fd, to, cb) : pread(fd, to, cb, static_cast<off_t>(position));
+        n = pread(fd, to, cb, static_cast<off_t>(position));
     while (n < 0 && errno == EINTR);
     return n;
+}
+
+// One window's room is kept for the next file: most often one is open at a time, and room that
+// was used a moment ago is in the processor's cache.
+std::atomic<uint8_t *> g_pSpare{nullptr};
+
+std::unique_ptr<uint8_t[]> TakeWindow()
+{
+    if (uint8_t *pSpare = g_pSpare.exchange(nullptr))
+        return std::unique_ptr<uint8_t[]>(pSpare);
+    return std::make_unique_for_overwrite<uint8_t[]>(WINDOW);
+}
+
+void GiveWindowBack(std::unique_ptr<uint8_t[]> window)
+{
+    if (window)
+        window.reset(g_pSpare.exchange(window.release()));
 }
 
 } // namespace
@@ -57,45 +74,36 @@ DWORD FileReader::Open(const Place &place)
 }
 
 // A first read that comes back short has reached the end of the file, so that its size need not
-// be asked for. It goes to the stack first, where no block of the largest size has to be made.
+// be asked for.
 int FileReader::OpenHost(const char *hostPath)
 {
     // A pipe that somebody put there must not make the call wait.
-    const int fd = open(hostPath, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (fd < 0)
+    Fd fd(open(hostPath, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (!fd.IsOpen())
         return errno;
-    uint8_t abFirst[WINDOW];
-    const ssize_t n = ReadHost(fd, abFirst, sizeof abFirst, 0);
-    if (n < 0) {
-        const int error = errno;
-        close(fd);
-        return error;
-    }
-    m_cbWindow = static_cast<size_t>(n);
-    m_own = std::make_unique_for_overwrite<uint8_t[]>(m_cbWindow);
-    std::memcpy(m_own.get(), abFirst, m_cbWindow);
+    m_own = TakeWindow();
+    const ssize_t n = ReadHost(fd.Get(), m_own.get(), WINDOW, 0);
+    if (n < 0)
+        return errno;
     m_pWindow = m_own.get();
-    if (m_cbWindow < WINDOW)
-        close(fd);
-    else
-        m_fd = fd;
+    m_cbWindow = static_cast<size_t>(n);
+    if (m_cbWindow == WINDOW)
+        m_fd = std::move(fd);
     return 0;
 }
 
 void FileReader::Close()
 {
-    if (m_fd >= 0)
-        close(m_fd);
-    m_fd = -1;
+    m_fd.Close();
     m_memory.reset();
-    m_own.reset();
+    GiveWindowBack(std::move(m_own));
     m_pWindow = nullptr;
     m_nWindowStart = m_cbWindow = 0;
 }
 
 bool FileReader::FillWindow(uint64_t position)
 {
-    const ssize_t n = ReadHost(m_fd, m_own.get(), WINDOW, position);
+    const ssize_t n = ReadHost(m_fd.Get(), m_own.get(), WINDOW, position);
     m_nWindowStart = position;
     m_cbWindow = n < 0 ? 0 : static_cast<size_t>(n);
     return n >= 0;
@@ -106,7 +114,7 @@ bool FileReader::Read(uint64_t position, void *to, size_t cb, size_t *pcbRead)
     *pcbRead = 0;
     while (cb != 0) {
         if (position < m_nWindowStart || position - m_nWindowStart >= m_cbWindow) {
-            if (m_fd < 0)
+            if (!m_fd.IsOpen())
                 return true;
             if (!FillWindow(position))
                 return false;
@@ -128,9 +136,9 @@ bool FileReader::Size(uint64_t *pcb) const
     struct stat state {
     };
     *pcb = m_cbWindow;
-    if (m_fd < 0)
+    if (!m_fd.IsOpen())
         return true;
-    if (fstat(m_fd, &state) != 0)
+    if (fstat(m_fd.Get(), &state) != 0)
         return false;
     *pcb = static_cast<uint64_t>(state.st_size);
     return true;

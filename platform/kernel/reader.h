@@ -2,6 +2,7 @@
 #ifndef KV_PLATFORM_KERNEL_READER_H
 #define KV_PLATFORM_KERNEL_READER_H
 
+#include "platform/kernel/fd.h"
 #include "platform/kernel/memfiles.h"
 #include "platform/win32.h"
 
@@ -28,9 +29,9 @@ class FileReader
   private:
     bool FillWindow(uint64_t position);
 
-    int m_fd = -1; // -1: all there is is in the window
+    Fd m_fd; // closed: all there is is in the window
     SharedBytes m_memory;
-    std::unique_ptr<uint8_t[]> m_own;
+    std::unique_ptr<uint8_t[]> m_own;   // of the window's largest size
     const uint8_t *m_pWindow = nullptr; // in m_memory or m_own
     uint64_t m_nWindowStart = 0;
     size_t m_cbWindow = 0;

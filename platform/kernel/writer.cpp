@@ -12,6 +12,7 @@
 
 #include "platform/kernel/disk.h"
 #include "platform/kernel/errors.h"
+#include "platform/kernel/fd.h"
 #include "platform/kernel/internal.h"
 #include "platform/kernel/machine.h"
 #include "platform/kernel/memfiles.h"
@@ -44,8 +45,8 @@ int WriteAll(int fd, const std::vector<uint8_t> &bytes)
     return 0;
 }
 
-// A new file beside this one that no other process or thread is writing; -1 with errno.
-int MakeBeside(const std::string &path, std::string &besidePath)
+// A new file beside this one that no other process or thread is writing.
+Fd MakeBeside(const std::string &path, std::string &besidePath)
 {
     static std::atomic<unsigned> s_nLast{0};
     int fd = -1;
@@ -53,7 +54,7 @@ int MakeBeside(const std::string &path, std::string &besidePath)
         besidePath = path + ".new" + std::to_string(getpid()) + "-" + std::to_string(++s_nLast);
         fd = open(besidePath.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     } while (fd < 0 && errno == EEXIST);
-    return fd;
+    return Fd(fd);
 }
 
 // Bytes and permissions, on disk when it returns.
@@ -70,12 +71,10 @@ int FillBeside(int fd, const std::string &path, const std::vector<uint8_t> &byte
 int SyncDirectoryOf(const std::string &path)
 {
     const std::string strDirectory = path.substr(0, path.rfind('/'));
-    const int fd = open(strDirectory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (fd < 0)
+    const Fd fd(open(strDirectory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!fd.IsOpen())
         return errno;
-    const int error = Try([&] { return fsync(fd); });
-    close(fd);
-    return error;
+    return Try([&] { return fsync(fd.Get()); });
 }
 
 } // namespace
@@ -137,11 +136,11 @@ DWORD FileWriter::Write(uint64_t position, const void *from, size_t cb)
 DWORD FileWriter::CommitToDisk() const
 {
     std::string strBeside;
-    const int fd = MakeBeside(m_strHostPath, strBeside);
-    if (fd < 0)
+    Fd fd = MakeBeside(m_strHostPath, strBeside);
+    if (!fd.IsOpen())
         return ErrorFromErrno(errno);
-    int error = FillBeside(fd, m_strHostPath, m_bytes);
-    if (close(fd) != 0 && error == 0)
+    int error = FillBeside(fd.Get(), m_strHostPath, m_bytes);
+    if (fd.Close() != 0 && error == 0)
         error = errno;
     if (error == 0)
         error = Try([&] { return rename(strBeside.c_str(), m_strHostPath.c_str()); });

@@ -11,6 +11,7 @@
 #include "platform/kernel/names.h"
 #include "platform/win32.h"
 
+constexpr int FILE_CURRENT = 1; // an origin of _llseek, as FILE_BEGIN is
 constexpr UINT OF_WRITE = 1;
 constexpr UINT OF_CREATE = 0x1000; // makes the file, or makes it empty
 

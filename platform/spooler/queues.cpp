@@ -21,7 +21,7 @@ bool IsAllowed(char16_t unit)
 // Names go into texts with a terminator and into paths of the form \\server\printer.
 std::u16string CheckedName(const char *what, const std::string &name)
 {
-    const std::u16string strWide = ToWide(name);
+    std::u16string strWide = ToWide(name);
     if (strWide.empty())
         throw SpoolError(fmt::format("the {} is empty: give one", what));
     if (ToUtf8(strWide) != name)

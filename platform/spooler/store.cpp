@@ -53,13 +53,12 @@ const char *const Store::aSql[SqlCount] = {
     "ROLLBACK",
     "SELECT name, driver, server, record FROM printer WHERE key = ?1",
     "SELECT name, driver, server, record IS NOT NULL FROM printer ORDER BY key",
-    "INSERT INTO printer (key, name, driver, server) VALUES (?1, ?2, ?3, ?4) "
-    "ON CONFLICT DO NOTHING",
+    "INSERT OR IGNORE INTO printer (key, name, driver, server) VALUES (?1, ?2, ?3, ?4)",
     "DELETE FROM printer WHERE key = ?1",
     "UPDATE printer SET record = ?2 WHERE key = ?1",
     "SELECT type, data FROM printer_data WHERE printer = ?1 AND key = ?2",
-    "INSERT OR REPLACE INTO printer_data (printer, key, name, type, data) "
-    "SELECT key, ?2, ?3, ?4, ?5 FROM printer WHERE key = ?1",
+    R"(INSERT OR REPLACE INTO printer_data (printer, key, name, type, data)
+       SELECT key, ?2, ?3, ?4, ?5 FROM printer WHERE key = ?1)",
 };
 
 std::string FoldName(std::u16string_view name)
@@ -160,7 +159,7 @@ class Store::Transaction
 
 // ---- opening --------------------------------------------------------------------------------
 
-Store::Store(std::string root)
+Store::Store(const std::string &root)
     : bInMemory(root.empty()), strPath(bInMemory ? ":memory:" : root + "/spool.db")
 {
 }

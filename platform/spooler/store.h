@@ -51,7 +51,7 @@ std::string FoldName(std::u16string_view name);
 class Store
 {
   public:
-    explicit Store(std::string root);
+    explicit Store(const std::string &root);
     Store(const Store &) = delete;
     Store &operator=(const Store &) = delete;
 
@@ -71,7 +71,7 @@ class Store
 
   private:
     struct Closer {
-        void operator()(sqlite3 *db) const { sqlite3_close_v2(db); }
+        void operator()(sqlite3 *closed) const { sqlite3_close_v2(closed); }
         void operator()(sqlite3_stmt *statement) const { sqlite3_finalize(statement); }
     };
     enum Sql {

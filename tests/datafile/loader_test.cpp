@@ -16,31 +16,26 @@ class LoaderTest : public ModelTest
     static void ExpectLoaded(const Model &expected)
     {
         const DatFile &dat = UIInstance.dat;
-        EXPECT_EQ(dat.nPapers, expected.papers.size());
-        EXPECT_EQ(dat.nBins, expected.bins.size());
-        EXPECT_EQ(dat.nResNames, expected.resNames.size());
-        EXPECT_EQ(dat.nMedia, expected.media.size());
-        EXPECT_EQ(dat.nAux, expected.aux.size());
-        EXPECT_EQ(dat.nRes, expected.resolutions.size());
-        EXPECT_EQ(dat.nMedRes, expected.rules.size());
-        ExpectTable(dat.lpPapers, expected.papers);
-        ExpectTable(dat.lpBins, expected.bins);
-        ExpectTable(dat.lpResNames, expected.resNames);
-        ExpectTable(dat.lpMedia, expected.media);
-        ExpectTable(dat.lpAux, expected.aux);
-        ExpectTable(dat.lpRes, expected.resolutions);
-        ExpectTable(dat.lpMedRes, expected.rules);
+        ExpectTable(dat.nPapers, dat.lpPapers, expected.papers);
+        ExpectTable(dat.nBins, dat.lpBins, expected.bins);
+        ExpectTable(dat.nResNames, dat.lpResNames, expected.resNames);
+        ExpectTable(dat.nMedia, dat.lpMedia, expected.media);
+        ExpectTable(dat.nAux, dat.lpAux, expected.aux);
+        ExpectTable(dat.nRes, dat.lpRes, expected.resolutions);
+        ExpectTable(dat.nMedRes, dat.lpMedRes, expected.rules);
         std::vector<SettingsRecord> fixed = expected.autoSettings;
         fixed.insert(fixed.end(), expected.presets.begin(), expected.presets.end());
-        ExpectTable(dat.lpSettings, fixed);
+        ExpectTable(dat.nAuto + dat.nPreset, dat.lpSettings, fixed);
         EXPECT_EQ(dat.nAuto, expected.autoSettings.size());
         EXPECT_EQ(dat.nPreset, expected.presets.size());
         EXPECT_EQ(dat.nSettings, fixed.size() + expected.wUserSlots);
         EXPECT_EQ(dat.CfgHeader.wUserPaperSlots, expected.wUserPaperSlots);
     }
     template <class Record>
-    static void ExpectTable(const std::vector<Record> &table, const std::vector<Record> &expected)
+    static void ExpectTable(uint32_t n, const std::vector<Record> &table,
+                            const std::vector<Record> &expected)
     {
+        EXPECT_EQ(n, expected.size());
         ASSERT_GE(table.size(), expected.size());
         EXPECT_EQ(BytesOf(table, expected.size()), BytesOf(expected, expected.size()));
     }
@@ -392,6 +387,26 @@ TEST_F(LoaderTest, AFailingReadIsAShortFile)
     EXPECT_EQ(nRefused + nSlotsFreed, nFailures);
     EXPECT_GT(nRefused, 0);
     EXPECT_GT(nSlotsFreed, 0);
+}
+
+TEST_F(LoaderTest, WhatCouldNotBeReadIsNotAnotherModels)
+{
+    Model large = LargeModel();
+    large.resNames[0] = 80;
+    large.Install("KV2");
+    model.resNames[0] = 70;
+    Install();
+    const DriverDevMode dmLarge = NamedRecord(u"KORVA Two");
+    int nZero = 0;
+    for (int n = 0; n < 12; ++n) {
+        ASSERT_TRUE(Get_DATFile(&dmLarge));
+        kvp::FailCall(kvp::Call::Read, n);
+        Get_DATFile(&dm);
+        const int16_t sName = UIInstance.dat.lpResNames[0];
+        EXPECT_EQ(sName == 80, UIInstance.dat.nPapers == 23) << n; // not even the header was taken
+        nZero += sName == 0;
+    }
+    EXPECT_GT(nZero, 0);
 }
 
 TEST_F(LoaderTest, AFileThatDoesNotOpenIsNamedButForTheUsersOwn)

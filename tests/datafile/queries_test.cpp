@@ -294,7 +294,7 @@ TEST_F(NamesTest, SourcesAreNamedByKindAndCutToTheirSlot)
     model.bins = {{7, 0, 0}, {4, 0, 1}, {5, 0, 2}};
     Install();
     EXPECT_THAT(Names<24>(Get_BinNames),
-                ElementsAre("Twenty-three characters", "", "A tray of twenty-four c"));
+                ElementsAre("Twenty-three characters", "", "Twenty-two characters "));
 }
 
 TEST_F(NamesTest, NoLibraryOrNoFilesGiveNothing)

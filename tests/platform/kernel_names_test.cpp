@@ -1,5 +1,7 @@
 // Which file a name finds: case, separators, the search order, names that lead nowhere, and
 // directories that change between two looks.
+#include <sys/stat.h>
+
 #include <chrono>
 #include <thread>
 
@@ -52,6 +54,7 @@ TEST_F(KernelNames, NamesThatLeadNowhereAreNotFound)
 {
     PutOnDisk("secret.dat", "outside the drives");
     PutOnDisk("c/winnt35/a.dat", "a");
+    ASSERT_EQ(mkfifo(Host("c/pipe").c_str(), 0600), 0);
     const std::string strLongLeaf = "C:\\" + std::string(300, 'x');
     const std::string strLong = "C:\\" + std::string(9000, '\\') + std::string(200, 'x');
     std::string strDeep = "C:";
@@ -103,6 +106,8 @@ TEST_F(KernelNames, NamesThatLeadNowhereAreNotFound)
                   INVALID_HANDLE_VALUE);
         EXPECT_EQ(GetLastError(), row.dwError);
     }
+    EXPECT_FALSE(Exists("C:\\pipe"));
+    EXPECT_EQ(Contents("C:\\pipe"), std::nullopt) << "and nobody waits for its other end";
     EXPECT_EQ(kvp::CurrentlyHeld().nFiles, 0u);
 }
 

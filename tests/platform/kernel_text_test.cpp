@@ -44,6 +44,9 @@ TEST_F(KernelText, TextsGoToUnicodeAndBack)
         {"a trail byte like a backslash", 932, "\x95\\", u"\u8868"},
         {"the maker's wave dash", 932, "\x81\x60", u"\uFF5E"},
         {"vendor and user characters", 932, "\xFA\x40\xF0\x40", u"\u2170\uE000"},
+        {"Korean", 949, "\xB0\xA1", u"\uAC00"},
+        {"simplified Chinese", 936, "\xD6\xD0", u"\u4E2D"},
+        {"traditional Chinese", 950, "\xA4\xA4", u"\u4E2D"},
         {"single bytes at the edges", 932, "\x80\xA0\xFD\xFF", u"\u0080\u00A0\uF8F1\uF8F3"},
     };
     for (const auto &row : aRows) {

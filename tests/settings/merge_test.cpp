@@ -30,6 +30,7 @@ class MergeTest : public ModelTest
     }
     void Start()
     {
+        model.tmpl.dm.dmCopies = 2;
         Install();
         dm = NamedRecord(u"KORVA One");
         ASSERT_TRUE(InitPrinterDevMode(&dm, nullptr, nullptr));
@@ -40,13 +41,6 @@ class MergeTest : public ModelTest
         foreign.dm.dmSize = KV_PUBLICSIZE;
     }
     BOOL Merge() { return KVMergeDevMode(&dm, &foreign, nullptr, nullptr); }
-    void SetExpectedSize(int16_t width, int16_t length)
-    {
-        expected.dm.dmPaperWidth = width;
-        expected.dm.dmPaperLength = length;
-        expected.lPaperWidth = width;
-        expected.lPaperLength = length;
-    }
     DriverDevMode foreign{}, expected{};
 };
 
@@ -63,125 +57,92 @@ TEST_F(MergeTest, NoRecordIsRefused)
     EXPECT_EQ(BytesOf(dm), BytesOf(expected));
 }
 
+namespace
+{
+
+struct Sent { // the fields that a merge may take; 0 unless named
+    int16_t orientation, paper, length, width, copies, source;
+};
+struct Outcome { // of the fields that a merge may change, as they stand before it
+    int16_t orientation = 1, paper = 9, length = 2970, width = 2100, copies = 2, source = 7;
+    int32_t nPaper = 0, nBin = 0, nPrintArea = 1;
+    uint32_t dwUnit = 1;
+    uint16_t wRight = 42, wWidth360 = 2976, wLength360 = 4209;
+};
+
+void Put(DriverDevMode *to, const Outcome &outcome)
+{
+    to->dm.dmOrientation = outcome.orientation;
+    to->dm.dmPaperSize = outcome.paper;
+    to->lPaperLength = to->dm.dmPaperLength = outcome.length;
+    to->lPaperWidth = to->dm.dmPaperWidth = outcome.width;
+    to->dm.dmCopies = outcome.copies;
+    to->dm.dmDefaultSource = outcome.source;
+    to->nPaper = outcome.nPaper;
+    to->nBin = outcome.nBin;
+    to->nPrintArea = outcome.nPrintArea;
+    to->dwUnit = outcome.dwUnit;
+    to->wMarginRight = outcome.wRight;
+    to->wPaperWidth360 = outcome.wWidth360;
+    to->wPaperLength360 = outcome.wLength360;
+}
+
+} // namespace
+
 TEST_F(MergeTest, PublicFieldsAreTakenOneByOne)
 {
+    // clang-format off
     static const struct {
         const char *why;
         uint32_t dwFlags;
-        void (*send)(PublicDevMode &);
-        void (*expect)(MergeTest &);
+        Sent sent;
+        Outcome outcome;
     } aRows[] = {
-        {"nothing is meant", 0,
-         [](PublicDevMode &in) {
-             in.dmCopies = 7;
-             in.dmOrientation = 2;
-             in.dmPaperSize = 1;
-             in.dmDefaultSource = 4;
-         },
-         [](MergeTest &) {}},
-        {"copies 1", 0x100, [](PublicDevMode &in) { in.dmCopies = 1; },
-         [](MergeTest &test) { test.expected.dm.dmCopies = 1; }},
-        {"copies 99", 0x100, [](PublicDevMode &in) { in.dmCopies = 99; },
-         [](MergeTest &test) { test.expected.dm.dmCopies = 99; }},
-        {"copies 0", 0x100, [](PublicDevMode &in) { in.dmCopies = 0; }, [](MergeTest &) {}},
-        {"copies 100", 0x100, [](PublicDevMode &in) { in.dmCopies = 100; }, [](MergeTest &) {}},
-        {"copies -1", 0x100, [](PublicDevMode &in) { in.dmCopies = -1; }, [](MergeTest &) {}},
-        {"landscape", 0x1, [](PublicDevMode &in) { in.dmOrientation = 2; },
-         [](MergeTest &test) { test.expected.dm.dmOrientation = 2; }},
-        {"orientation 0", 0x1, [](PublicDevMode &) {}, [](MergeTest &) {}},
-        {"orientation 3", 0x1, [](PublicDevMode &in) { in.dmOrientation = 3; }, [](MergeTest &) {}},
-        {"a paper, its width limited by the right margin", 0x2,
-         [](PublicDevMode &in) { in.dmPaperSize = 1; },
-         [](MergeTest &test) {
-             test.expected.dm.dmPaperSize = 1;
-             test.SetExpectedSize(2159, 2794);
-             test.expected.nPaper = 1;
-             test.expected.wMarginRight = 138; // 3060 - 42 - 2880
-         }},
-        {"a user's paper in 0.01 inch", 0x2, [](PublicDevMode &in) { in.dmPaperSize = 769; },
-         [](MergeTest &test) {
-             test.expected.dm.dmPaperSize = 769;
-             test.SetExpectedSize(2159, 1397);
-             test.expected.nPaper = 4;
-             test.expected.dwUnit = 2;
-             test.expected.wMarginRight = 138;
-         }},
-        {"a paper that the model lacks", 0x2, [](PublicDevMode &in) { in.dmPaperSize = 77; },
-         [](MergeTest &test) { test.expected.dm.dmPaperSize = 77; }},
-        {"a free slot's paper", 0x2, [](PublicDevMode &in) { in.dmPaperSize = 770; },
-         [](MergeTest &test) { test.expected.dm.dmPaperSize = 770; }},
-        {"a free size, truncated", 0x2 | 0x4 | 0x8,
-         [](PublicDevMode &in) {
-             in.dmPaperSize = 256;
-             in.dmPaperWidth = 1234;
-             in.dmPaperLength = 2051;
-         },
-         [](MergeTest &test) {
-             test.expected.dm.dmPaperSize = 256;
-             test.SetExpectedSize(1234, 2051);
-             test.expected.wPaperWidth360 = 1748;
-             test.expected.wPaperLength360 = 2906;
-         }},
-        {"a free size whose length is not meant", 0x2 | 0x8,
-         [](PublicDevMode &in) {
-             in.dmPaperSize = 256;
-             in.dmPaperWidth = 2159;
-             in.dmPaperLength = 2051;
-         },
-         [](MergeTest &test) {
-             test.expected.dm.dmPaperSize = 256;
-             test.SetExpectedSize(2159, 2970);
-             test.expected.wPaperWidth360 = 3060;
-         }},
-        {"a negative length, cut to its field", 0x2 | 0x4,
-         [](PublicDevMode &in) {
-             in.dmPaperSize = 256;
-             in.dmPaperLength = -100;
-         },
-         [](MergeTest &test) {
-             test.expected.dm.dmPaperSize = 256;
-             test.SetExpectedSize(2100, -100);
-             test.expected.wPaperLength360 = 0x10000 - 141;
-         }},
-        {"a size without its paper", 0x4 | 0x8,
-         [](PublicDevMode &in) {
-             in.dmPaperSize = 256;
-             in.dmPaperWidth = 1000;
-             in.dmPaperLength = 1000;
-         },
-         [](MergeTest &) {}},
-        {"a source, with the area it sets", 0x200,
-         [](PublicDevMode &in) { in.dmDefaultSource = 4; },
-         [](MergeTest &test) {
-             test.expected.dm.dmDefaultSource = 4;
-             test.expected.nBin = 1;
-             test.expected.nPrintArea = 2; // after the margins, which stay
-         }},
-        {"an unknown source", 0x200, [](PublicDevMode &in) { in.dmDefaultSource = 5; },
-         [](MergeTest &) {}},
-        {"an unknown paper and a source that moves it", 0x2 | 0x200,
-         [](PublicDevMode &in) {
-             in.dmPaperSize = 77;
-             in.dmDefaultSource = 7;
-         },
-         [](MergeTest &test) {
-             test.expected.dm.dmPaperSize = 9;
-             test.expected.wMarginRight = 54; // 2976 - 42 - 2880
-         }},
-        {"nothing else is ever taken", ALL_FLAGS & ~0x30Fu,
-         [](PublicDevMode &in) {
-             constexpr size_t nFrom = offsetof(PublicDevMode, dmScale);
-             std::memset(reinterpret_cast<char *>(&in) + nFrom, 0x11, sizeof in - nFrom);
-             std::memset(in.dmDeviceName, 0x11, 64);
-         },
-         [](MergeTest &) {}},
+        {"nothing is meant", 0, {2, 1, 500, 500, 7, 4}, {}},
+        {"nothing else is ever meant", ALL_FLAGS & ~0x30Fu, {2, 1, 500, 500, 7, 4}, {}},
+        {"one copy", 0x100, {0, 0, 0, 0, 1, 0}, {.copies = 1}},
+        {"99 copies", 0x100, {0, 0, 0, 0, 99, 0}, {.copies = 99}},
+        {"no copies", 0x100, {0, 0, 0, 0, 0, 0}, {}},
+        {"100 copies", 0x100, {0, 0, 0, 0, 100, 0}, {}},
+        {"fewer than no copies", 0x100, {0, 0, 0, 0, -1, 0}, {}},
+        {"landscape", 0x1, {2, 0, 0, 0, 0, 0}, {.orientation = 2}},
+        {"no orientation", 0x1, {0, 0, 0, 0, 0, 0}, {}},
+        {"an unknown orientation", 0x1, {3, 0, 0, 0, 0, 0}, {}},
+        // 3060 - 42 - 2880
+        {"a paper, its width limited by the right margin", 0x2, {0, 1, 0, 0, 0, 0},
+         {.paper = 1, .length = 2794, .width = 2159, .nPaper = 1, .wRight = 138}},
+        {"a user's paper in 0.01 inch", 0x2, {0, 769, 0, 0, 0, 0},
+         {.paper = 769, .length = 1397, .width = 2159, .nPaper = 4, .dwUnit = 2, .wRight = 138}},
+        {"a paper that the model lacks", 0x2, {0, 77, 0, 0, 0, 0}, {.paper = 77}},
+        {"a free slot's paper", 0x2, {0, 770, 0, 0, 0, 0}, {.paper = 770}},
+        {"a free size, truncated", 0xE, {0, 256, 2051, 1234, 0, 0},
+         {.paper = 256, .length = 2051, .width = 1234, .wWidth360 = 1748, .wLength360 = 2906}},
+        {"a free size whose length is not meant", 0xA, {0, 256, 2051, 2159, 0, 0},
+         {.paper = 256, .width = 2159, .wWidth360 = 3060}},
+        {"a negative length, cut to its field", 0x6, {0, 256, -100, 0, 0, 0},
+         {.paper = 256, .length = -100, .wLength360 = 0x10000 - 141}},
+        {"a size without its paper", 0xC, {0, 256, 1000, 1000, 0, 0}, {}},
+        {"a source with the area it sets, margins staying", 0x200, {0, 0, 0, 0, 0, 4},
+         {.source = 4, .nBin = 1, .nPrintArea = 2}},
+        {"an unknown source", 0x200, {0, 0, 0, 0, 0, 5}, {}},
+        // 2976 - 42 - 2880
+        {"an unknown paper and a source that moves it", 0x202, {0, 77, 0, 0, 0, 7}, {.wRight = 54}},
     };
+    // clang-format on
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.why);
         Start();
+        std::memset(foreign.dm.dmDeviceName, 0x11, 64);
+        foreign.dm.dmColor = foreign.dm.dmCollate = foreign.dm.dmDuplex = foreign.dm.dmScale = 17;
+        foreign.dm.dmPrintQuality = foreign.dm.dmYResolution = 17;
         foreign.dm.dmFields = row.dwFlags;
-        row.send(foreign.dm);
-        row.expect(*this);
+        foreign.dm.dmOrientation = row.sent.orientation;
+        foreign.dm.dmPaperSize = row.sent.paper;
+        foreign.dm.dmPaperLength = row.sent.length;
+        foreign.dm.dmPaperWidth = row.sent.width;
+        foreign.dm.dmCopies = row.sent.copies;
+        foreign.dm.dmDefaultSource = row.sent.source;
+        Put(&expected, row.outcome);
         EXPECT_TRUE(Merge());
         EXPECT_EQ(BytesOf(dm), BytesOf(expected));
         EXPECT_TRUE(NothingHeld());
@@ -207,10 +168,10 @@ TEST_F(MergeTest, AFieldBeyondTheSendersSizeIsNotThere)
         uint16_t wSize;
         int16_t sOrientation, sPaper, sCopies, sSource;
     } aRows[] = {
-        {"no size at all", 0, 1, 9, 1, 7},         {"no flags", 75, 1, 9, 1, 7},
-        {"flags alone", 76, 1, 9, 1, 7},           {"half an orientation", 77, 1, 9, 1, 7},
-        {"up to the orientation", 78, 2, 9, 1, 7}, {"half a paper", 79, 2, 9, 1, 7},
-        {"up to the paper", 80, 2, 1, 1, 7},       {"half the copies", 87, 2, 1, 1, 7},
+        {"no size at all", 0, 1, 9, 2, 7},         {"no flags", 75, 1, 9, 2, 7},
+        {"flags alone", 76, 1, 9, 2, 7},           {"half an orientation", 77, 1, 9, 2, 7},
+        {"up to the orientation", 78, 2, 9, 2, 7}, {"half a paper", 79, 2, 9, 2, 7},
+        {"up to the paper", 80, 2, 1, 2, 7},       {"half the copies", 87, 2, 1, 2, 7},
         {"up to the copies", 88, 2, 1, 5, 7},      {"half a source", 89, 2, 1, 5, 7},
         {"up to the source", 90, 2, 1, 5, 4},      {"longer than ours", 220, 2, 1, 5, 4},
     };
@@ -363,11 +324,11 @@ TEST_F(MergeTest, ASourceKeepsThePaperOrMovesItToItsFirst)
 {
     static const struct {
         const char *why;
-        int16_t sPaper;
+        int nPaperId;
         DWORD dwKind;
-        int16_t sNewPaper;
-        int32_t nPaper;
-        int16_t sWidth; // 7777: not touched
+        int nNewPaperId;
+        int nPaper;
+        int nWidth; // 7777: not touched
     } aRows[] = {
         {"a paper that it takes keeps its size", 1, 1, 1, 1, 7777},
         {"a user's paper gets the size of its slot", 768, 1, 768, 3, 1000},
@@ -382,13 +343,13 @@ TEST_F(MergeTest, ASourceKeepsThePaperOrMovesItToItsFirst)
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.why);
         dm = expected;
-        dm.dm.dmPaperSize = row.sPaper;
+        dm.dm.dmPaperSize = static_cast<int16_t>(row.nPaperId);
         dm.dm.dmPaperWidth = 7777;
         dm.nPaper = 88;
         ModifySource(&dm, row.dwKind, &block);
-        EXPECT_EQ(dm.dm.dmPaperSize, row.sNewPaper);
+        EXPECT_EQ(dm.dm.dmPaperSize, row.nNewPaperId);
         EXPECT_EQ(dm.nPaper, row.nPaper);
-        EXPECT_EQ(dm.dm.dmPaperWidth, row.sWidth);
+        EXPECT_EQ(dm.dm.dmPaperWidth, row.nWidth);
     }
 }
 
@@ -435,60 +396,49 @@ TEST_F(MergeTest, ANewPaperBringsSizeIndexAndMargins)
     static const struct {
         const char *why;
         int nPaperId;
-        void (*prepare)(DriverDevMode &);
-        bool bChanged;
-        int32_t lWidth, lLength;
-        int32_t nPaper;
-        uint32_t dwUnit;
-        uint16_t wRight;
+        int32_t lWidthBefore, lMaxPrintWidth;
+        Outcome outcome; // nPaper -1: nothing at all changes
     } aRows[] = {
-        {"a paper", 1, [](DriverDevMode &) {}, true, 2159, 2794, 1, 9, 138},
-        {"a slot in 0.1 mm", 768, [](DriverDevMode &) {}, true, 1000, 1480, 3, 1, 42},
-        {"a slot in 0.01 inch", 769, [](DriverDevMode &) {}, true, 2159, 1397, 4, 2, 138},
-        {"the free size", 256, [](DriverDevMode &) {}, true, 2100, 2970, 2, 9, 54},
-        {"the free size without a width", 256,
-         [](DriverDevMode &record) { record.lPaperWidth = 0; }, false, 0, 0, 0, 0, 0},
-        {"a free slot", 770, [](DriverDevMode &) {}, false, 0, 0, 0, 0, 0},
-        {"an unknown paper", 77, [](DriverDevMode &) {}, false, 0, 0, 0, 0, 0},
-        {"exactly the widest", 9, [](DriverDevMode &record) { record.lMaxPrintWidth = 2892; }, true,
-         2100, 2970, 0, 9, 42},
-        {"one more than the widest", 9, [](DriverDevMode &record) { record.lMaxPrintWidth = 2891; },
-         true, 2100, 2970, 0, 9, 43},
-        {"a width past every field", 256,
-         [](DriverDevMode &record) {
-             record.lPaperWidth = 0x7FFFFFFF;
-             record.lMaxPrintWidth = 0x7FFFFFFF;
-             record.lPaperLength = 3;
-         },
-         true, 0x7FFFFFFF, 3, 2, 9, 0xD581},
+        {"a paper", 1, 2100, 2880, {.length = 2794, .width = 2159, .nPaper = 1, .wRight = 138}},
+        {"a slot in 0.1 mm", 768, 2100, 2880, {.length = 1480, .width = 1000, .nPaper = 3}},
+        {"a slot in 0.01 inch",
+         769,
+         2100,
+         2880,
+         {.length = 1397, .width = 2159, .nPaper = 4, .dwUnit = 2, .wRight = 138}},
+        {"the free size", 256, 2100, 2880, {.nPaper = 2, .wRight = 54}},
+        {"the free size without a width", 256, 0, 2880, {.nPaper = -1}},
+        {"a free slot", 770, 2100, 2880, {.nPaper = -1}},
+        {"an unknown paper", 77, 2100, 2880, {.nPaper = -1}},
+        {"exactly the widest", 9, 2100, 2892, {.wRight = 42}},
+        {"one more than the widest", 9, 2100, 2891, {.wRight = 43}},
+        {"past every field",
+         256,
+         0x7FFFFFFF,
+         0x7FFFFFFF,
+         {.width = -1, .nPaper = 2, .wRight = 0xD581}},
     };
     const Block block(dm);
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.why);
-        dm = NamedRecord(u"KORVA One");
-        dm.dwUnit = 9;
-        dm.nPrintArea = 1;
-        dm.lMaxPrintWidth = 2880;
-        dm.lPaperWidth = 2100;
-        dm.lPaperLength = 2970;
-        dm.wPaperWidth360 = 1;
-        dm.wPaperLength360 = 2;
-        row.prepare(dm);
-        expected = dm;
-        if (row.bChanged) {
-            expected.lPaperWidth = row.lWidth;
-            expected.lPaperLength = row.lLength;
-            expected.dm.dmPaperWidth = static_cast<int16_t>(row.lWidth);
-            expected.dm.dmPaperLength = static_cast<int16_t>(row.lLength);
-            expected.nPaper = row.nPaper;
-            expected.dwUnit = row.dwUnit;
-            expected.wMarginLeft = 42;
-            expected.wMarginTop = 60;
-            expected.wMarginRight = row.wRight;
-            expected.wMarginBottom = 198;
+        dm = expected;
+        dm.dwUnit = row.nPaperId == 769 ? 1 : 2;
+        dm.nPaper = 88;
+        dm.wMarginLeft = dm.wMarginTop = dm.wMarginRight = dm.wMarginBottom = 0;
+        dm.lMaxPrintWidth = row.lMaxPrintWidth;
+        dm.lPaperWidth = row.lWidthBefore;
+        DriverDevMode after = dm;
+        if (row.outcome.nPaper >= 0) {
+            Put(&after, row.outcome);
+            if (row.nPaperId < KV_FIRST_USERSLOT_ID)
+                after.dwUnit = 2; // only a user's paper has a unit of its own
+            after.wMarginLeft = 42;
+            after.wMarginTop = 60;
+            after.wMarginBottom = 198;
+            after.lPaperWidth = row.lWidthBefore > 32767 ? row.lWidthBefore : row.outcome.width;
         }
         Get_NewPaperMMSize(&dm, row.nPaperId, &block);
-        EXPECT_EQ(BytesOf(dm), BytesOf(expected));
+        EXPECT_EQ(BytesOf(dm), BytesOf(after));
     }
 }
 

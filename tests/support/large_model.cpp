@@ -45,7 +45,7 @@ static void AddPrintModes(Model &model)
 
 static void AddSettings(Model &model)
 {
-    const auto fill = [&model](std::vector<SettingsRecord> &settings, size_t count, size_t first) {
+    const auto fill = [](std::vector<SettingsRecord> &settings, size_t count, size_t first) {
         settings.resize(count, settings[0]);
         for (size_t i = 0; i < count; ++i)
             settings[i].wIndex = static_cast<uint16_t>(first + i);

@@ -127,9 +127,7 @@ int PrintTableFile(const std::string &file)
     return std::cout ? EXIT_GOOD : EXIT_BAD;
 }
 
-} // namespace
-
-int main(int argc, char **argv)
+int Run(int argc, char **argv)
 {
     CLI::App app("Compiles printer models and model tables, and prints them back.");
     app.require_subcommand(1);
@@ -162,8 +160,18 @@ int main(int argc, char **argv)
         app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {
         return app.exit(error) == 0 ? EXIT_GOOD : EXIT_USAGE;
-    } catch (const std::exception &error) {
-        return Fail(file, error.what());
     }
     return result;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    try {
+        return Run(argc, argv);
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "kvmodel: %s\n", error.what());
+        return EXIT_BAD;
+    }
 }

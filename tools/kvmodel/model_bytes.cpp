@@ -1,5 +1,7 @@
 // A model's structures and the bytes of its two files.
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 
 #include <fmt/format.h>
 
@@ -14,7 +16,7 @@ template <class Record>
 void Append(Bytes &bytes, const Record &record)
 {
     const auto *from = reinterpret_cast<const uint8_t *>(&record);
-    bytes.insert(bytes.end(), from, from + sizeof(Record));
+    std::copy(from, from + sizeof(Record), std::back_inserter(bytes));
 }
 
 template <class Record>

@@ -13,11 +13,6 @@ namespace kvm
 namespace
 {
 
-struct AllLabels {
-    Labels source{"source"}, resName{"name"}, media{"media"}, resolution{"resolution"},
-        setting{"setting"};
-};
-
 std::string RecordPath(const char *lpszKey, size_t i)
 {
     return fmt::format("{}[{}]", lpszKey, i);

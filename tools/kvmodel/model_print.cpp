@@ -13,11 +13,6 @@ namespace kvm
 namespace
 {
 
-struct AllLabels {
-    Labels source{"source"}, resName{"name"}, media{"media"}, resolution{"resolution"},
-        setting{"setting"};
-};
-
 template <class T, size_t N>
 std::span<const uint8_t> BytesOf(const T (&array)[N])
 {

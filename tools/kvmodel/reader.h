@@ -42,6 +42,12 @@ class Labels
     size_t nCount_ = 0;
 };
 
+// Of every kind that a model's records refer to; settings count presets on from the Automatic ones.
+struct AllLabels {
+    Labels source{"source"}, resName{"name"}, media{"media"}, resolution{"resolution"},
+        setting{"setting"};
+};
+
 class Reader
 {
   public:

@@ -1,6 +1,7 @@
 // The model table: source, structures and bytes.
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <set>
 
 #include <fmt/format.h>
@@ -87,8 +88,8 @@ class TableChecker
             Wrong("section", "at most 32767 sections fit");
         for (size_t i = 0; i < table_.sections.size(); ++i) {
             const std::string key = fmt::format("section[{}]", i);
-            const int language = table_.sections[i].head.cLanguage;
-            if (language < 0)
+            const auto language = static_cast<uint8_t>(table_.sections[i].head.cLanguage);
+            if (language > 127)
                 Wrong(key + ".language", "a language above 127 is never found");
             if (!languages.insert(language).second)
                 Wrong(key + ".language", "a section of this language stands above; only the first "
@@ -191,7 +192,7 @@ Bytes TableBytes(const ModelTable &table)
     Bytes bytes;
     const auto append = [&](const auto &record) {
         const auto *from = reinterpret_cast<const uint8_t *>(&record);
-        bytes.insert(bytes.end(), from, from + sizeof(record));
+        std::copy(from, from + sizeof(record), std::back_inserter(bytes));
     };
     ModelTableHead head = table.head;
     head.sSections = static_cast<SHORT>(table.sections.size());

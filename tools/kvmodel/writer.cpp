@@ -137,7 +137,7 @@ std::string Writer::Inline() const
 {
     std::string text;
     for (const auto &[key, value] : values_)
-        text += (text.empty() ? "" : ", ") + key + " = " + value;
+        text += fmt::format("{}{} = {}", text.empty() ? "" : ", ", key, value);
     return "{ " + text + " }";
 }
 
@@ -145,7 +145,7 @@ std::string Writer::Block() const
 {
     std::string text;
     for (const auto &[key, value] : values_)
-        text += key + " = " + value + "\n";
+        text += fmt::format("{} = {}\n", key, value);
     return text;
 }
 

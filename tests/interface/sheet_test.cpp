@@ -83,8 +83,9 @@ TEST_F(Sheet, TheWayOutDecidesWhatTheCallerGets)
         person.ExpectDone();
         EXPECT_EQ(out.Untouched(), row.output == UNTOUCHED);
         EXPECT_TRUE(out.GuardsHold());
-        if (row.output == INPUT)
+        if (row.output == INPUT) {
             EXPECT_EQ(out.Content(), in.Content());
+        }
         if (row.output == SETTINGS) {
             const DriverDevMode got = *out.Get();
             EXPECT_EQ(got.dm.dmCopies, 7);

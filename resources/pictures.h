@@ -41,4 +41,16 @@
 #define PICTURE_LINE_HS 6299
 #define PICTURE_LINE_INTENT 6285
 
+/* Beside the controls of More Settings, with some of the above */
+#define PICTURE_LINE_MW_OPTION 6337
+#define PICTURE_LINE_HT 6764
+#define PICTURE_LINE_MIRROR 6288
+#define PICTURE_LINE_KRJNL 6286
+#define PICTURE_LINE_FD 6298
+#define PICTURE_LINE_INK 6287
+#define PICTURE_LINE_MEDIA 6293
+
+/* HT choices: the first one plus the choice, 0 to 3 */
+#define PICTURE_HT 1350
+
 #endif

@@ -1,3 +1,4 @@
+// Installing the samples, and choosing who uses them.
 #include "tests/models/delivered.h"
 
 #include <filesystem>

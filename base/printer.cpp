@@ -3,7 +3,6 @@
 
 #include <cstring>
 
-#include "base/handles.h"
 #include "base/text.h"
 
 static constexpr WCHAR wszValueName[] = u"KVDeviceMode";
@@ -34,11 +33,16 @@ BOOL KVGetPrinterName(HANDLE hPrinter, LPWSTR lpDeviceName)
     return TRUE;
 }
 
-LPSTR GetPrinterDriverPath(HANDLE hPrinter)
+GlobalPtr<PRINTER_INFO_2A> PrinterInfo(HANDLE hPrinter)
 {
-    const auto info = ReadSized<PRINTER_INFO_2A>([=](LPBYTE lpBuffer, DWORD cb, DWORD *lpcb) {
+    return ReadSized<PRINTER_INFO_2A>([=](LPBYTE lpBuffer, DWORD cb, DWORD *lpcb) {
         return GetPrinterA(hPrinter, 2, lpBuffer, cb, lpcb);
     });
+}
+
+LPSTR GetPrinterDriverPath(HANDLE hPrinter)
+{
+    const auto info = PrinterInfo(hPrinter);
     GlobalPtr<char> directory;
     if (info)
         directory = ReadSized<char>([&](LPBYTE lpBuffer, DWORD cb, DWORD *lpcb) {

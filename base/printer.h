@@ -3,6 +3,7 @@
 #ifndef KV_BASE_PRINTER_H
 #define KV_BASE_PRINTER_H
 
+#include "base/handles.h"
 #include "kvui/devmode.h"
 #include "platform/win32.h"
 
@@ -10,6 +11,8 @@
 BOOL KVGetPrinterInfo(HANDLE hPrinter, LPWSTR lpModelName);
 // The printer's name into 32 characters; without a terminator when it has 32 or more.
 BOOL KVGetPrinterName(HANDLE hPrinter, LPWSTR lpDeviceName);
+// What the spooler says of the printer, ANSI; null on failure.
+GlobalPtr<PRINTER_INFO_2A> PrinterInfo(HANDLE hPrinter);
 // The printer-driver directory and one "\", ANSI; "" when it cannot be had. Released with
 // LocalFree; null only when memory runs out.
 LPSTR GetPrinterDriverPath(HANDLE hPrinter);

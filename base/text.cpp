@@ -74,11 +74,16 @@ void PostShiftJISToUnicode(LPWSTR lpText)
     GlobalFree(lpText);
 }
 
-std::string AnsiModelName(const DriverDevMode *lpDM)
+// The fields for names are of one length.
+using NameField = std::array<WCHAR, 32>;
+static_assert(sizeof(NameField) == sizeof(DriverDevMode::wszModelName) &&
+              sizeof(NameField) == sizeof(PublicDevMode::dmDeviceName));
+
+static std::string AnsiName(const void *lpField)
 {
     // A copy, because the record may lie at an odd address and its name may lack a terminator.
-    std::array<WCHAR, std::extent_v<decltype(lpDM->wszModelName)>> awch;
-    std::memcpy(awch.data(), lpDM->wszModelName, sizeof lpDM->wszModelName);
+    NameField awch;
+    std::memcpy(awch.data(), lpField, sizeof awch);
     const auto end = std::find(awch.begin(), awch.end(), u'\0');
     // Every ANSI code page has ASCII as it is; most names are nothing else.
     if (std::all_of(awch.begin(), end, [](WCHAR wch) { return wch < 0x80; }))
@@ -89,4 +94,14 @@ std::string AnsiModelName(const DriverDevMode *lpDM)
     const int cb = WideCharToMultiByte(CP_ACP, 0, awch.data(), cch, ach.data(),
                                        static_cast<int>(ach.size()), nullptr, nullptr);
     return std::string(ach.data(), static_cast<size_t>(std::max(cb, 0)));
+}
+
+std::string AnsiModelName(const DriverDevMode *lpDM)
+{
+    return AnsiName(&lpDM->wszModelName);
+}
+
+std::string AnsiDeviceName(const DriverDevMode *lpDM)
+{
+    return AnsiName(&lpDM->dm.dmDeviceName);
 }

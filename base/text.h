@@ -24,8 +24,9 @@ void PostUnicodeToShiftJIS(LPSTR lpText);
 LPWSTR PreShiftJISToUnicode(LPCSTR lpText);
 void PostShiftJISToUnicode(LPWSTR lpText);
 
-// The record's model name in the ANSI code page. A name that fills its field without a terminator
-// ends at the field's end. The record may lie at any address.
+// A name of the record in the ANSI code page. One that fills its field without a terminator ends
+// at the field's end. The record may lie at any address.
 std::string AnsiModelName(const DriverDevMode *lpDM);
+std::string AnsiDeviceName(const DriverDevMode *lpDM);
 
 #endif

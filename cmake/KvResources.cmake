@@ -31,6 +31,13 @@
 #
 # A language may have several STRINGTABLEs, but an id only once per language.
 #
+#   kv_picture(OUT SVG WIDTHxHEIGHT [WIDTHxHEIGHT ...] [GRAY] [MIRROR] [BACKGROUND RRGGBB])
+#
+# renders a drawing into OUT, a .bmp of one size or an .ico of several, a name in the current build
+# folder. GRAY takes the colours away, MIRROR exchanges left and right; a bitmap is laid on
+# BACKGROUND, the grey of dialogs unless given. A library whose script names the picture takes OUT's
+# folder in INCLUDES and OUT in DEPENDS, and stands in the same CMakeLists.txt.
+#
 #   kv_embed_resources(TARGET DLL_TARGET)
 #
 # puts the file of DLL_TARGET, a kv_resource_library, whole into the ".rsrc" section of TARGET, an
@@ -107,4 +114,28 @@ function(kv_embed_resources target dll_target)
     add_library(${target}_rsrc OBJECT ${stub})
     add_dependencies(${target}_rsrc ${dll_target})
     target_link_libraries(${target} PRIVATE ${target}_rsrc)
+endfunction()
+
+function(kv_picture out svg)
+    cmake_parse_arguments(ARG "GRAY;MIRROR" "BACKGROUND" "" ${ARGN})
+    get_filename_component(output ${out} ABSOLUTE BASE_DIR ${CMAKE_CURRENT_BINARY_DIR})
+    get_filename_component(source ${svg} ABSOLUTE)
+    get_filename_component(folder ${output} DIRECTORY)
+    set(options)
+    if(ARG_GRAY)
+        list(APPEND options --gray)
+    endif()
+    if(ARG_MIRROR)
+        list(APPEND options --mirror)
+    endif()
+    if(ARG_BACKGROUND)
+        list(APPEND options --background ${ARG_BACKGROUND})
+    endif()
+    add_custom_command(
+        OUTPUT ${output}
+        COMMAND ${CMAKE_COMMAND} -E make_directory ${folder}
+        COMMAND kvpicture ${source} ${ARG_UNPARSED_ARGUMENTS} -o ${output} ${options}
+        DEPENDS ${source} kvpicture
+        COMMENT "Drawing ${out}"
+        VERBATIM)
 endfunction()

@@ -40,3 +40,9 @@ std::string DatNameOf(const DriverDevMode *lpDM)
 {
     return BaseNameOf(lpDM) + ".dat";
 }
+
+bool FileExists(const std::string &strName)
+{
+    OFSTRUCT of{};
+    return OpenFile(strName.c_str(), &of, OF_EXIST) != HFILE_ERROR;
+}

@@ -15,4 +15,7 @@ ModelFiles FilesOfModel(const DriverDevMode *lpDM);
 // The .dat alone, for those who need no other.
 std::string DatNameOf(const DriverDevMode *lpDM);
 
+// Whether the file is there, a bare name looked for in the platform's search order.
+bool FileExists(const std::string &strName);
+
 #endif

@@ -3,14 +3,8 @@
 
 #include "datafile/files.h"
 
-static bool Exists(const std::string &strName)
-{
-    OFSTRUCT of{};
-    return OpenFile(strName.c_str(), &of, OF_EXIST) != HFILE_ERROR;
-}
-
 BOOL InstallCheck(const DriverDevMode *lpDM)
 {
     const ModelFiles files = FilesOfModel(lpDM);
-    return Exists(files.strDat) && Exists(files.strCfg);
+    return FileExists(files.strDat) && FileExists(files.strCfg);
 }

@@ -32,10 +32,41 @@ struct DatFile {
     std::vector<UserPaperRecord> lpUserPapers; // CfgHeader.wUserPaperSlots records
 };
 
+// All zero when a sheet opens. The pages and dialogs of one sheet share it, so what one of them
+// leaves here the next one finds.
 struct UIINSTANCE {
-    int32_t nCurSetting; // index in the settings table, or KV_CUSTOM_SETTINGS
+    // The settings being edited
+    int32_t nCurSetting;   // index in the settings table, or KV_CUSTOM_SETTINGS
+    int32_t nCurRes;       // resolution index, as Settings.wResolution
+    int32_t nIntent;       // colour intent in force in More Settings
+    int32_t nAdjust[6];    // colour adjustments; the last three are the record's negated
+    uint16_t wAdjState[6]; // their rows: 1 enabled, 2 negative, 4 being written by the program
+    uint8_t bInk;          // 1 colour, 0 black
+    uint8_t bHT;           // 0 to 3
+    uint16_t wFlags;       // as Settings.wFlags
+    uint16_t wFlags3;      // as Settings.wFlags3
+    uint8_t bButtonDown;   // focus code of the utility button that has the focus, or 0
+
+    // What stood when a dialog was opened
+    uint8_t bSavedInk, bSavedHT;        // More Settings
+    uint16_t wSavedFlags, wSavedFlags3; // More Settings
+    int32_t nSavedListState;            // More Settings
+    uint32_t dwSavedUnit;               // user-defined paper size
+    int32_t nSavedSetting;              // Save Settings
+    int32_t nSavedAdjust[6];            // More Settings
+
     DatFile dat;
-    HMODULE hResLib; // the model's UI resource library
+
+    // What is shown. Numbers of pictures are those of hResLib.
+    int32_t idModeBitmap, idInkBitmap;     // Main page
+    int32_t idHTBitmap, idDetailInkBitmap; // More Settings
+    int32_t idPaperBitmap;                 // Paper page, for IDC_PAPER_PICTURE
+    uint32_t bAdvancedVisited; // Advanced has been chosen since the last switch to Automatic
+    int32_t nListState;        // 0 a list entry is current, 1000 custom, 2000 found again
+    uint32_t dwShownUnit;      // in the user-defined paper size dialog
+    HMODULE hResLib;           // the model's UI resource library, that of the block below
+    uint32_t dwFilling;        // user-defined paper size: swallows the next change of a field
+    uint32_t bListChanged;     // a selection since the settings list was opened
 };
 
 struct CBSTRUC {

@@ -10,6 +10,7 @@ enum ExitStatus {
     EXIT_REFUSED = 1, // the driver or the spooler refused or failed
     EXIT_USAGE = 2,
     EXIT_CANCELLED = 3,
+    EXIT_SCRIPT = 4, // the script could not be carried out, or left a window open
 };
 
 struct Failure : std::runtime_error {

@@ -17,21 +17,20 @@ namespace
 // Options that set a variable of the same meaning for this run.
 struct MachineOption {
     const char *lpszOption, *lpszVariable, *lpszHelp;
-    bool bNeedsWindow;
     std::string strValue{};
 };
 
 std::array aMachineOptions = {
-    MachineOption{"--root", "KV_ROOT", "directory that holds the machine's drives", false},
-    MachineOption{"--lang", "KV_LANG", "user's language: de_DE, or 0x0407", false},
-    MachineOption{"--acp", "KV_ACP", "ANSI code page: 1252, 932, ...", false},
-    MachineOption{"--measure", "KV_MEASURE", "0 metric, 1 inch", false},
-    MachineOption{"--os", "KV_OSVERSION", "system version that is reported: 3.51", false},
-    MachineOption{"--transcript", "KV_TRANSCRIPT", "file for what was shown and done", false},
-    MachineOption{"--display", "KV_DISPLAY", "sdl or headless (no windows yet)", true},
-    MachineOption{"--scale", "KV_SCALE", "1 to 4 (no windows yet)", true},
-    MachineOption{"--script", "KV_SCRIPT", "plays the user (no windows yet)", true},
-    MachineOption{"--shots", "KV_SHOTS", "folder for pictures (no windows yet)", true},
+    MachineOption{"--root", "KV_ROOT", "directory that holds the machine's drives"},
+    MachineOption{"--lang", "KV_LANG", "user's language: de_DE, or 0x0407"},
+    MachineOption{"--acp", "KV_ACP", "ANSI code page: 1252, 932, ..."},
+    MachineOption{"--measure", "KV_MEASURE", "0 metric, 1 inch"},
+    MachineOption{"--os", "KV_OSVERSION", "system version that is reported: 3.51"},
+    MachineOption{"--display", "KV_DISPLAY", "sdl, a window, or headless"},
+    MachineOption{"--scale", "KV_SCALE", "the window's pixels per pixel, 1 to 4"},
+    MachineOption{"--script", "KV_SCRIPT", "file of actions that plays the user"},
+    MachineOption{"--shots", "KV_SHOTS", "folder for the script's pictures"},
+    MachineOption{"--transcript", "KV_TRANSCRIPT", "file for what was shown and done"},
 };
 
 // The layer's messages name its variables; who gave an option gets that named.
@@ -45,21 +44,22 @@ std::string InOptionTerms(std::string message)
     return message;
 }
 
-void SetUpMachine()
+// The display is opened for commands that show windows, and for a script, whose actions would
+// otherwise be passed over in silence.
+void SetUpMachine(bool bWindows)
 {
-    for (const MachineOption &option : aMachineOptions) {
-        if (option.strValue.empty())
-            continue;
-        if (option.bNeedsWindow)
-            throw Failure(EXIT_USAGE, fmt::format("{} has nothing to act on: this version shows no "
-                                                  "windows, leave it out",
-                                                  option.lpszOption));
-        setenv(option.lpszVariable, option.strValue.c_str(), 1);
-    }
+    for (const MachineOption &option : aMachineOptions)
+        if (!option.strValue.empty())
+            setenv(option.lpszVariable, option.strValue.c_str(), 1);
     try {
         kvp::Configure(kvp::FromEnvironment());
+        const kvp::Screen screen = kvp::ScreenFromEnvironment();
+        if (bWindows || !screen.strScript.empty())
+            kvp::ConfigureScreen(screen);
     } catch (const std::invalid_argument &wrong) {
         throw Failure(EXIT_USAGE, InOptionTerms(wrong.what()));
+    } catch (const std::runtime_error &wrong) {
+        throw Failure(EXIT_USAGE, wrong.what());
     }
 }
 
@@ -150,16 +150,17 @@ constexpr struct {
     const char *lpszName, *lpszHelp;
     void (*take)(CLI::App &, Request &); // declares its arguments
     int (*run)(const Request &);
+    bool bWindows; // shows some
 } aCommands[] = {
-    {"add-printer", "adds a printer", TakeAddPrinter, AddPrinter},
-    {"remove-printer", "removes a printer", TakeRemovePrinter, RemovePrinter},
-    {"printers", "lists the printers", AddJsonOption, ListPrinters},
-    {"settings", "a document's settings", TakeSettings, ShowSettings},
-    {"caps", "what a printer can do", TakeCapabilities, ShowCapabilities},
-    {"item", "gets and sets single settings", TakeItem, WorkOnItem},
-    {"default", "the record kept for a printer", TakeDefault, WorkOnDefault},
-    {"properties", "a printer's properties", AddPrinterOption, ShowProperties},
-    {"show", "a settings record from a file", TakeShow, ShowFile},
+    {"add-printer", "adds a printer", TakeAddPrinter, AddPrinter, false},
+    {"remove-printer", "removes a printer", TakeRemovePrinter, RemovePrinter, false},
+    {"printers", "lists the printers", AddJsonOption, ListPrinters, false},
+    {"settings", "a document's settings", TakeSettings, ShowSettings, true},
+    {"caps", "what a printer can do", TakeCapabilities, ShowCapabilities, false},
+    {"item", "gets and sets single settings", TakeItem, WorkOnItem, false},
+    {"default", "the record kept for a printer", TakeDefault, WorkOnDefault, false},
+    {"properties", "a printer's properties", AddPrinterOption, ShowProperties, true},
+    {"show", "a settings record from a file", TakeShow, ShowFile, false},
 };
 
 int Run(CLI::App &app, Request &request, int argc, char **argv)
@@ -172,10 +173,14 @@ int Run(CLI::App &app, Request &request, int argc, char **argv)
     app.parse(argc, argv);
     if (app.get_subcommands().empty())
         throw Failure(EXIT_USAGE, "no command: \"kvhost --help\" lists them");
-    SetUpMachine();
-    for (const auto &command : aCommands)
-        if (app.got_subcommand(command.lpszName))
-            return command.run(request);
+    for (const auto &command : aCommands) {
+        if (!app.got_subcommand(command.lpszName))
+            continue;
+        SetUpMachine(command.bWindows && !request.bNoPrompt);
+        const int nStatus = command.run(request);
+        // Why it failed has been said where it failed.
+        return kvp::EndPlay().bFailed ? EXIT_SCRIPT : nStatus;
+    }
     return EXIT_USAGE;
 }
 

@@ -112,6 +112,49 @@ KV_API void SetBoxHandler(std::function<int(const Box &)> handler);
 // One JSON object in a line of the transcript; nothing when there is no transcript.
 KV_API void WriteTranscript(const std::string &jsonObject);
 
+// ---- the screen and who sits before it (user, display) --------------------------------------
+
+struct Screen {
+    std::string strDisplay; // "sdl" or "headless"; empty: sdl where there is a display
+    int nScale = 1;         // pixels per pixel, 1 to 4
+    std::string strScript;  // host file with the actions of the person; empty: none
+    std::string strShots;   // host folder for pictures; empty: the current one
+};
+// Reads KV_DISPLAY, KV_SCALE, KV_SCRIPT and KV_SHOTS. Throws std::invalid_argument that names the
+// variable and what it may hold.
+KV_API Screen ScreenFromEnvironment();
+// Opens the display and the script. Throws std::runtime_error that says what is wrong and what to
+// do: no such script, no display where one was asked for.
+KV_API void ConfigureScreen(const Screen &screen);
+
+// Plays the person from now on, in place of a script: called whenever the queue is empty and
+// everything is painted, gives the next action as a script would, or nothing when none is left.
+// An empty line does nothing. Null: nobody is there. Forgets what an earlier one failed at.
+KV_API void SetInputSource(std::function<std::optional<std::string>()> source);
+// How the play has gone so far. Failed: an action could not be carried out, or a modal window was
+// up when no action was left.
+struct Play {
+    bool bFailed;
+    int nLine; // of the action that failed, or the last one
+    std::string strWhy;
+};
+KV_API Play CurrentPlay();
+// The program ends: a play that has actions left has failed.
+KV_API Play EndPlay();
+
+// The window that the person works with: a dialog, the page shown, a message box or the help
+// window. Null when there is none.
+KV_API HWND TopWindow();
+// The colour on the screen, painted up to date.
+KV_API COLORREF ScreenPixel(int x, int y);
+KV_API bool SaveScreen(const std::string &hostPath); // as a PNG file
+
+// Drawing objects that are not stock, and device contexts that are out. Both 0 when nothing leaks.
+struct GuiHeld {
+    size_t nObjects, nContexts;
+};
+KV_API GuiHeld CurrentlyHeldGui();
+
 // ---- the spooler's administration -----------------------------------------------------------
 
 // Thrown by the functions below: what was wrong and what to do, one line.

@@ -34,6 +34,7 @@ namespace
 constexpr DWORD ERROR_INVALID_HANDLE = 6;
 constexpr DWORD ERROR_NOT_ENOUGH_MEMORY = 8;
 constexpr DWORD ERROR_MOD_NOT_FOUND = 126;
+constexpr DWORD ERROR_PROC_NOT_FOUND = 127;
 constexpr DWORD ERROR_BAD_EXE_FORMAT = 193;
 constexpr DWORD ERROR_DLL_INIT_FAILED = 1114;
 
@@ -341,4 +342,29 @@ BOOL WINAPI FreeLibrary(HMODULE hLibModule)
     kvp::CountLibrary(-1);
     kvp::Close(kvp::TakeOut(library));
     return TRUE;
+}
+
+FARPROC WINAPI GetProcAddress(HMODULE hModule, LPCSTR lpProcName)
+{
+    const FARPROC proc = kvp::FindProc(hModule, lpProcName);
+    if (!proc)
+        SetLastError(kvp::ERROR_PROC_NOT_FOUND);
+    return proc;
+}
+
+// The machine's drives hold no program. By its name the running one would lie at their root, where
+// a file may stand in for it.
+DWORD WINAPI GetModuleFileNameA(HMODULE hModule, LPSTR lpFilename, DWORD nSize)
+{
+    if (hModule || !lpFilename || nSize == 0) {
+        SetLastError(hModule ? kvp::ERROR_INVALID_HANDLE : ERROR_INVALID_PARAMETER);
+        return 0;
+    }
+    const std::string path =
+        kvp::WideToAnsi(kvp::ToWide("C:\\" + std::string(program_invocation_short_name) + ".EXE"));
+    const size_t length = std::min<size_t>(path.size(), nSize - 1);
+    std::memcpy(lpFilename, path.data(), length);
+    lpFilename[length] = '\0';
+    kvp::SpoilRest(lpFilename + length + 1, nSize - 1 - length);
+    return static_cast<DWORD>(length);
 }

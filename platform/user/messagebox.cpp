@@ -1,103 +1,65 @@
-// Message boxes without a window: said on standard error, noted in the transcript, answered by
-// the host's handler or else with the button that does least.
-#include <array>
+// Message boxes: answered by the host's handler, by the person, or, where nobody can, with the
+// button that does least; noted in the transcript, and on standard error when nobody saw them.
 #include <mutex>
-#include <span>
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 #include "platform/host.h"
+#include "platform/kernel/internal.h"
+#include "platform/user/box.h"
+#include "platform/user/script.h"
 
 namespace kvp
 {
 
-namespace
+static constexpr const char *aIcons[] = {"none", "stop", "question", "exclamation", "information"};
+
+static const char *IconOf(UINT type)
 {
-
-struct Button {
-    int nId;
-    const char *name;
-};
-constexpr Button OK{1, "ok"}, CANCEL{2, "cancel"}, ABORT{3, "abort"}, RETRY{4, "retry"},
-    IGNORE{5, "ignore"}, YES{6, "yes"}, NO{7, "no"};
-
-// The boxes by their type's low bits. The safest button is the one that does least.
-struct Kind {
-    std::array<Button, 3> buttons;
-    size_t nButtons;
-    Button safest;
-};
-constexpr Kind aKinds[] = {
-    {{OK}, 1, OK},
-    {{OK, CANCEL}, 2, CANCEL},
-    {{ABORT, RETRY, IGNORE}, 3, ABORT},
-    {{YES, NO, CANCEL}, 3, CANCEL},
-    {{YES, NO}, 2, NO},
-    {{RETRY, CANCEL}, 2, CANCEL},
-};
-
-constexpr const char *aIcons[] = {"none", "stop", "question", "exclamation", "information"};
-
-const Kind &KindOf(UINT uType)
-{
-    const UINT kind = uType & 0xF;
-    return kind < std::size(aKinds) ? aKinds[kind] : aKinds[0];
-}
-
-const char *IconOf(UINT uType)
-{
-    const UINT icon = uType >> 4 & 0xF;
+    const UINT icon = type >> 4 & 0xF;
     return icon < std::size(aIcons) ? aIcons[icon] : aIcons[0];
 }
 
-std::span<const Button> ButtonsOf(const Kind &kind)
-{
-    return {kind.buttons.data(), kind.nButtons};
-}
-
 // What a handler answers need not be one of the box's buttons.
-const char *NameOf(const Kind &kind, int nId)
+static const char *NameOf(UINT type, int id)
 {
-    for (const Button &button : ButtonsOf(kind))
-        if (button.nId == nId)
+    for (const BoxButton &button : BoxButtons(type))
+        if (button.id == id)
             return button.name;
     return "none";
 }
 
-void Record(const Box &box, int nAnswer)
+static void Record(const Box &box, int answer)
 {
-    const Kind &kind = KindOf(box.uType);
     nlohmann::ordered_json line = {{"event", "box"},
                                    {"caption", box.strCaption},
                                    {"text", box.strText},
                                    {"icon", IconOf(box.uType)},
                                    {"buttons", nlohmann::ordered_json::array()},
-                                   {"answer", NameOf(kind, nAnswer)}};
-    for (const Button &button : ButtonsOf(kind))
+                                   {"answer", NameOf(box.uType, answer)}};
+    for (const BoxButton &button : BoxButtons(box.uType))
         line["buttons"].push_back(button.name);
     WriteTranscript(line.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
 }
 
-void Say(const Box &box, int nAnswer)
+static void Say(const Box &box, int answer)
 {
     std::string_view text = box.strText;
     while (text.ends_with('\n'))
         text.remove_suffix(1);
     fmt::print(stderr, "--- {} ({}) ---\n{}\n--- answered: {} ---\n", box.strCaption,
-               IconOf(box.uType), text, NameOf(KindOf(box.uType), nAnswer));
+               IconOf(box.uType), text, NameOf(box.uType, answer));
 }
 
-std::mutex handlerLock;
-std::function<int(const Box &)> boxHandler;
+static std::mutex handlerLock;
+static std::function<int(const Box &)> boxHandler;
 
-std::function<int(const Box &)> CurrentHandler()
+static std::function<int(const Box &)> CurrentHandler()
 {
     const std::lock_guard lock(handlerLock);
     return boxHandler;
 }
-
-} // namespace
 
 void SetBoxHandler(std::function<int(const Box &)> handler)
 {
@@ -105,16 +67,36 @@ void SetBoxHandler(std::function<int(const Box &)> handler)
     boxHandler = std::move(handler);
 }
 
+static int Show(const Box &box, Window *owner)
+{
+    BoxWindow window(owner, ToWide(box.strText), ToWide(box.strCaption), box.uType);
+    const OwnerLock lock(window, owner);
+    window.Show(true);
+    Activate(&window);
+    for (Window *button : window.children)
+        if (window.IsStandard(*button))
+            FocusOn(button);
+    RunModal(window);
+    return window.answer;
+}
+
 } // namespace kvp
+
+using namespace kvp;
 
 int WINAPI MessageBoxA(HWND hWnd, LPCSTR lpText, LPCSTR lpCaption, UINT uType)
 {
-    const kvp::Box box{kvp::AnsiToUtf8(lpText ? lpText : ""),
-                       kvp::AnsiToUtf8(lpCaption ? lpCaption : "Error"), uType, hWnd != nullptr};
-    const auto handler = kvp::CurrentHandler();
-    const int nAnswer = handler ? handler(box) : kvp::KindOf(uType).safest.nId;
-    if (!handler)
-        kvp::Say(box, nAnswer);
-    kvp::Record(box, nAnswer);
-    return nAnswer;
+    const Box box{AnsiToUtf8(lpText ? lpText : ""), AnsiToUtf8(lpCaption ? lpCaption : "Error"),
+                  uType, hWnd != nullptr};
+    int answer;
+    if (const auto handler = CurrentHandler()) {
+        answer = handler(box);
+    } else if (CanAnswerBoxes()) {
+        answer = Show(box, Window::Of(hWnd));
+    } else {
+        answer = SafestButton(uType);
+        Say(box, answer);
+    }
+    Record(box, answer);
+    return answer;
 }

@@ -12,6 +12,8 @@ MachineTest::MachineTest()
     machine.strRoot = strPattern;
     Apply();
     kvp::SetHostile(true);
+    // Whatever display the tests are run from.
+    kvp::ConfigureScreen({.strDisplay = "headless", .nScale = 1, .strScript = "", .strShots = ""});
     kvp::SetBoxHandler([this](const kvp::Box &box) {
         aBoxes.push_back(box);
         return nAnswer;

@@ -1,0 +1,45 @@
+// Small things about controls that more than one dialog needs.
+#include <algorithm>
+
+#include "base/module.h"
+#include "dialogs/helpers.h"
+
+HWND CreateSlideTrackBar(HWND hParent, int x, int y, int nWidth, int nHeight, int id)
+{
+    return CreateWindowExA(0, "msctls_trackbar32", "",
+                           WS_CHILD | WS_VISIBLE | WS_TABSTOP | TBS_AUTOTICKS | TBS_ENABLESELRANGE,
+                           x, y, nWidth, nHeight, hParent,
+                           reinterpret_cast<HMENU>(static_cast<ULONG_PTR>(id)), hModule, nullptr);
+}
+
+int GetTextHeight(HWND hWnd)
+{
+    TEXTMETRICA tm{};
+    const HDC hdc = GetDC(hWnd);
+    GetTextMetricsA(hdc, &tm);
+    ReleaseDC(hWnd, hdc);
+    return tm.tmHeight;
+}
+
+BOOL SetStaticText(HINSTANCE hLibrary, HWND hDlg, int idControl, UINT idText)
+{
+    char szText[256] = "";
+    LoadStringA(hLibrary, idText, szText, sizeof szText);
+    return SetDlgItemTextA(hDlg, idControl, szText);
+}
+
+INT_PTR PaintNothing(HWND hDlg)
+{
+    PAINTSTRUCT paint;
+    BeginPaint(hDlg, &paint);
+    EndPaint(hDlg, &paint);
+    return TRUE;
+}
+
+INT_PTR MeasureItem(HWND hDlg, LPARAM lParam, std::initializer_list<UINT> aLists)
+{
+    auto *lpItem = reinterpret_cast<MEASUREITEMSTRUCT *>(lParam);
+    if (std::ranges::find(aLists, lpItem->CtlID) != aLists.end())
+        lpItem->itemHeight = static_cast<UINT>(GetTextHeight(hDlg));
+    return TRUE;
+}

@@ -1,0 +1,89 @@
+// What every page and dialog of the sheet uses: its state, context help, the 3-D look, grey
+// backgrounds, pictures, and small things about controls.
+#ifndef KV_DIALOGS_HELPERS_H
+#define KV_DIALOGS_HELPERS_H
+
+#include <initializer_list>
+#include <memory>
+
+#include "base/handles.h"
+#include "datafile/instance.h"
+
+// ---- the sheet's state ----------------------------------------------------------------------
+
+// At WM_INITDIALOG: from now on the dialog has its state.
+void SetCB(HWND hDlg, CBSTRUC *lpcbstruc);
+// Null before WM_INITDIALOG: a procedure that is called so early leaves the blocks alone.
+CBSTRUC *FindCB(HWND hDlg);
+// For everybody else: without state the program is stopped, after a message that names the
+// expression and lpFile, the caller's source file.
+CBSTRUC *RequireCB(HWND hDlg, LPCSTR lpFile);
+// A page's WM_INITDIALOG brings its part of the sheet, whose application value is the block.
+CBSTRUC *CBOfPage(LPARAM lParam);
+
+// ---- help -----------------------------------------------------------------------------------
+
+// A dialog's table, handed to the help engine as it is: first the dialog's template and its own
+// context, then its controls, last two zeros.
+struct HELPID {
+    DWORD dwControl, dwContext;
+};
+extern const HELPID BasicDlgHelpIDs[], aPaperDlgHelpIDs[], UtyDlgHelpIDs[], DetailDlgHelpIDs[];
+
+// The full name of the model's help file, whether or not it exists, into MAX_PATH bytes; a longer
+// one is cut.
+void GetHelpPathEx(LPSTR lpPath, LPCWSTR lpModel, HANDLE hPrinter);
+// Answers a dialog's WM_HELP and WM_CONTEXTMENU for what was asked about, and any other message
+// (the sheet's Help, a Help button) with the dialog's own topic. Needs the dialog's state.
+void ShowHelp(HWND hDlg, const CBSTRUC *lpcbstruc, const HELPID *lpTable, UINT uMsg, LPARAM lParam);
+
+// ---- the 3-D look ---------------------------------------------------------------------------
+
+// While a sheet is open: loads the machine's 3-D controls library, if it has one, and registers
+// this module with it; every dialog that is made afterwards is drawn its way.
+void Enable3dCtl();
+void Change3dColor(); // at WM_SYSCOLORCHANGE
+void Disable3dCtl();
+bool Is3dOn(); // the library is loaded, registered or not
+// Whether the running program is a 32-bit image. One that cannot be looked at counts as such.
+BOOL is32Process();
+
+// ---- grey backgrounds -----------------------------------------------------------------------
+
+constexpr COLORREF LIGHT_GREY = RGB(192, 192, 192);
+
+// A dialog procedure's answer to WM_DESTROY, WM_SYSCOLORCHANGE and the WM_CTLCOLOR messages.
+// lphBrush is the procedure's own brush, made at the dialog's first background and deleted at its
+// end. With the 3-D library loaded nothing is done, and the answer is always 1.
+INT_PTR ChangeBackColor(HBRUSH *lphBrush, UINT uMsg, WPARAM wParam, LPARAM lParam);
+// The same for edit fields alone, with the 3-D library or without.
+INT_PTR GrayEditBox(HBRUSH *lphBrush, UINT uMsg, WPARAM wParam, LPARAM lParam);
+
+// ---- pictures -------------------------------------------------------------------------------
+
+using BitmapPtr = std::unique_ptr<HBITMAP__, ReleaseWith<DeleteObject>>;
+// Null when the library has none of this number.
+BitmapPtr LoadPicture(HMODULE hResLib, WORD idPicture);
+void StretchPicture(HDC hdc, const RECT &rc, HBITMAP hPicture); // over the whole rectangle
+void CenterPicture(HDC hdc, const RECT &rc, HBITMAP hPicture);  // in its own size
+// The face that lies under the picture of an owner-drawn button.
+void DrawFace(HDC hdc, const RECT &rc, HMODULE hResLib);
+// Whether an owner-drawn item's picture is to be drawn, and not its focus alone.
+bool DrawsPicture(const DRAWITEMSTRUCT &item);
+
+// ---- controls -------------------------------------------------------------------------------
+
+// A trackbar over a rectangle in the parent's client coordinates; null on failure.
+HWND CreateSlideTrackBar(HWND hParent, int x, int y, int nWidth, int nHeight, int id);
+// The height of a line of text, in pixels.
+int GetTextHeight(HWND hWnd);
+// A text of a library, of at most 255 bytes, becomes the control's; a missing one reads as empty.
+BOOL SetStaticText(HINSTANCE hLibrary, HWND hDlg, int idControl, UINT idText);
+
+// Answers to messages, TRUE. WM_PAINT of a page that draws nothing itself: the page counts as
+// painted.
+INT_PTR PaintNothing(HWND hDlg);
+// WM_MEASUREITEM: the items of the given lists are a line of text high.
+INT_PTR MeasureItem(HWND hDlg, LPARAM lParam, std::initializer_list<UINT> aLists);
+
+#endif

@@ -1,0 +1,190 @@
+// The back end with a person: the screen in one window of the desktop.
+#include <SDL.h>
+
+#include "platform/display/display.h"
+#include "platform/host.h"
+
+namespace kvp
+{
+
+static SDL_Window *window;
+static SDL_Renderer *renderer;
+static SDL_Texture *texture;
+static int scale = 1;
+
+static void Close()
+{
+    if (texture)
+        SDL_DestroyTexture(texture);
+    if (renderer)
+        SDL_DestroyRenderer(renderer);
+    if (window)
+        SDL_DestroyWindow(window);
+    texture = nullptr;
+    renderer = nullptr;
+    window = nullptr;
+    SDL_Quit();
+}
+
+// Without a display the library takes a driver that shows nothing, and a person would wait for
+// ever.
+static bool IsVisible(const char *driver)
+{
+    const std::string name = driver ? driver : "";
+    return !name.empty() && name != "dummy" && name != "offscreen" && name != "evdev";
+}
+
+static bool Fail(std::string &why, const std::string &reason)
+{
+    why = "cannot open a window (" + reason +
+          "): set DISPLAY or WAYLAND_DISPLAY to a running display, or use the display \"headless\"";
+    Close();
+    return false;
+}
+
+static bool Open(int pixels, std::string &why)
+{
+    scale = pixels;
+    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+    if (SDL_Init(SDL_INIT_VIDEO) != 0)
+        return Fail(why, SDL_GetError());
+    if (!IsVisible(SDL_GetCurrentVideoDriver()))
+        return Fail(why, std::string("the video driver ") + SDL_GetCurrentVideoDriver() +
+                             " shows nothing");
+    window = SDL_CreateWindow("kvhost", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
+                              SCREEN_WIDTH * scale, SCREEN_HEIGHT * scale, 0);
+    if (!window)
+        return Fail(why, SDL_GetError());
+    renderer = SDL_CreateRenderer(window, -1, SDL_RENDERER_SOFTWARE);
+    if (renderer)
+        texture = SDL_CreateTexture(renderer, SDL_PIXELFORMAT_RGB888, SDL_TEXTUREACCESS_STREAMING,
+                                    SCREEN_WIDTH, SCREEN_HEIGHT);
+    if (!texture)
+        return Fail(why, SDL_GetError());
+    SDL_StartTextInput();
+    return true;
+}
+
+static void PresentScreen(Surface &screen)
+{
+    SDL_UpdateTexture(texture, nullptr, screen.pixels,
+                      static_cast<int>(screen.stride * sizeof(uint32_t)));
+    SDL_RenderCopy(renderer, texture, nullptr, nullptr);
+    SDL_RenderPresent(renderer);
+}
+
+static KeyCode CodeOf(SDL_Keycode code)
+{
+    static constexpr struct {
+        SDL_Keycode sdl;
+        KeyCode code;
+    } aKeys[] = {
+        {SDLK_RETURN, KeyCode::Enter},
+        {SDLK_KP_ENTER, KeyCode::Enter},
+        {SDLK_ESCAPE, KeyCode::Escape},
+        {SDLK_TAB, KeyCode::Tab},
+        {SDLK_SPACE, KeyCode::Space},
+        {SDLK_BACKSPACE, KeyCode::Backspace},
+        {SDLK_DELETE, KeyCode::Delete},
+        {SDLK_UP, KeyCode::Up},
+        {SDLK_DOWN, KeyCode::Down},
+        {SDLK_LEFT, KeyCode::Left},
+        {SDLK_RIGHT, KeyCode::Right},
+        {SDLK_HOME, KeyCode::Home},
+        {SDLK_END, KeyCode::End},
+        {SDLK_PAGEUP, KeyCode::PageUp},
+        {SDLK_PAGEDOWN, KeyCode::PageDown},
+        {SDLK_F1, KeyCode::F1},
+        {SDLK_F4, KeyCode::F4},
+    };
+    for (const auto &row : aKeys)
+        if (row.sdl == code)
+            return row.code;
+    return code > ' ' && code < 0x80 ? KeyCode::Letter : KeyCode::None;
+}
+
+// The first character of what was typed; the rest comes with the next calls.
+static std::u16string typed;
+
+static bool TakeTyped(Input &input)
+{
+    if (typed.empty())
+        return false;
+    char32_t character = typed[0];
+    size_t units = 1;
+    if (character >= 0xD800 && character < 0xDC00 && typed.size() > 1) {
+        character = 0x10000 + ((character & 0x3FF) << 10) + (typed[1] & 0x3FF);
+        units = 2;
+    }
+    typed.erase(0, units);
+    input.kind = Input::Character;
+    input.character = character;
+    return true;
+}
+
+static void OnKeyDown(const SDL_Keysym &sym, Input &input)
+{
+    input.key.code = CodeOf(sym.sym);
+    if (input.key.code == KeyCode::None)
+        return;
+    input.kind = Input::KeyPress;
+    input.key.shift = sym.mod & KMOD_SHIFT;
+    input.key.ctrl = sym.mod & KMOD_CTRL;
+    input.key.alt = sym.mod & KMOD_ALT;
+    if (input.key.code == KeyCode::Letter)
+        input.key.letter = static_cast<char32_t>(sym.sym);
+}
+
+static void OnButton(const SDL_MouseButtonEvent &button, bool down, Input &input)
+{
+    input.at = {button.x / scale, button.y / scale};
+    if (button.button == SDL_BUTTON_LEFT)
+        input.kind = down ? Input::MouseDown : Input::MouseUp;
+    else if (button.button == SDL_BUTTON_RIGHT && !down)
+        input.kind = Input::RightClick;
+}
+
+static bool WaitForInput(Input &input)
+{
+    SDL_Event event;
+    if (TakeTyped(input))
+        return true;
+    if (!SDL_WaitEvent(&event))
+        return false;
+    switch (event.type) {
+    case SDL_QUIT: input.kind = Input::Quit; break;
+    case SDL_KEYDOWN: OnKeyDown(event.key.keysym, input); break;
+    // Letters typed with Alt held are no text.
+    case SDL_TEXTINPUT:
+        if (!(SDL_GetModState() & (KMOD_ALT | KMOD_CTRL)))
+            typed += ToWide(event.text.text);
+        break;
+    case SDL_MOUSEBUTTONDOWN: OnButton(event.button, true, input); break;
+    case SDL_MOUSEBUTTONUP: OnButton(event.button, false, input); break;
+    case SDL_MOUSEMOTION:
+        input.kind = Input::MouseMove;
+        input.at = {event.motion.x / scale, event.motion.y / scale};
+        break;
+    }
+    return true;
+}
+
+static std::string ReadClipboard()
+{
+    char *text = SDL_GetClipboardText();
+    const std::string copy = text ? text : "";
+    SDL_free(text);
+    return copy;
+}
+
+const Backend sdlBackend{
+    .name = "sdl",
+    .open = Open,
+    .present = PresentScreen,
+    .nextInput = WaitForInput,
+    .setClipboard = [](const std::string &utf8) { SDL_SetClipboardText(utf8.c_str()); },
+    .getClipboard = ReadClipboard,
+    .close = Close,
+};
+
+} // namespace kvp

@@ -1,0 +1,172 @@
+// Dialogs: making them from templates, what their procedures' results mean, and ending them.
+#include "platform/user/dialog.h"
+
+#include <algorithm>
+
+#include "platform/user/button.h"
+#include "platform/user/transcript.h"
+
+namespace kvp
+{
+
+static RECT Inside(const RECT &where, bool framed)
+{
+    return framed ? RECT{where.left, where.top, where.right + 2 * FRAME_SIDE,
+                         where.bottom + FRAME_TOP + FRAME_SIDE}
+                  : where;
+}
+
+static bool HasFrame(const Window *parent, const DialogTemplate &shape)
+{
+    return !parent && (shape.style & STYLE_CAPTION) == STYLE_CAPTION;
+}
+
+// A dialog is shown when its procedure has set it up, whatever the template says.
+Dialog::Dialog(Window *dialogParent, const DialogTemplate &shape, int templateId, const RECT &where,
+               DLGPROC dialogProcedure)
+    : Window(dialogParent, shape.style & ~(WS_VISIBLE | STYLE_DISABLED), templateId,
+             Inside(where, HasFrame(dialogParent, shape))),
+      procedure(dialogProcedure)
+{
+    framed = HasFrame(parent, shape);
+    text = shape.caption;
+}
+
+Dialog::~Dialog()
+{
+    Message(WM_DESTROY, 0, 0);
+    while (!children.empty())
+        delete children.back();
+}
+
+// Messages whose result is the procedure's own, and not the answer whether it was handled.
+static bool AnswersItself(UINT msg)
+{
+    return msg == WM_INITDIALOG || (msg >= WM_CTLCOLORMSGBOX && msg <= WM_CTLCOLORSTATIC);
+}
+
+LRESULT Dialog::Message(UINT msg, WPARAM wParam, LPARAM lParam)
+{
+    messageResult = 0;
+    const INT_PTR answer = procedure ? procedure(Handle(), msg, wParam, lParam) : FALSE;
+    if (AnswersItself(msg))
+        return answer;
+    return answer ? messageResult : Window::Message(msg, wParam, lParam);
+}
+
+void Dialog::Erase(HDC hdc)
+{
+    SetTextColor(hdc, DARK);
+    SetBkColor(hdc, LIGHT);
+    const LRESULT answer =
+        Message(WM_CTLCOLORDLG, reinterpret_cast<WPARAM>(hdc), reinterpret_cast<LPARAM>(Handle()));
+    const Object *brush = ObjectOf(reinterpret_cast<HGDIOBJ>(answer));
+    Fill(hdc, Client(), brush && brush->kind == ObjectKind::Brush ? brush->color : LIGHT);
+    const Dc *dc = DcOf(hdc);
+    for (Window *child : children)
+        if (!IsEmpty(Intersect(dc->clip, Moved(child->rc, dc->origin.x, dc->origin.y))))
+            child->picture = 0;
+}
+
+bool Dialog::Start(const DialogTemplate &shape, LPARAM parameter)
+{
+    for (const TemplateItem &item : shape.items)
+        MakeControl(*this, item.className, item.style, item.id,
+                    PixelsOf(item.x, item.y, item.cx, item.cy), item.text);
+    Window *first = FirstTabStop(*this);
+    return Message(WM_INITDIALOG, reinterpret_cast<WPARAM>(first ? first->Handle() : nullptr),
+                   parameter) != FALSE;
+}
+
+Window *Dialog::DefaultButton() const
+{
+    for (Window *child : children)
+        if (child->IsPushButton() && (child->style & BUTTON_KIND) == BUTTON_DEFAULT)
+            return child;
+    return Child(IDOK);
+}
+
+void Dialog::PressDefault()
+{
+    Window *button = DefaultButton();
+    if (button && !button->enabled)
+        return;
+    Message(WM_COMMAND, static_cast<WPARAM>(button ? button->id : IDOK),
+            reinterpret_cast<LPARAM>(button ? button->Handle() : nullptr));
+}
+
+void Dialog::PressCancel()
+{
+    Window *button = Child(IDCANCEL);
+    if (button && !button->enabled)
+        return;
+    Message(WM_COMMAND, IDCANCEL, reinterpret_cast<LPARAM>(button ? button->Handle() : nullptr));
+}
+
+Dialog *DialogOf(Window *window)
+{
+    for (Window *w = window; w; w = w->parent)
+        if (auto *dialog = dynamic_cast<Dialog *>(w))
+            return dialog;
+    return nullptr;
+}
+
+Dialog *ShownDialog(Window &top)
+{
+    if (auto *dialog = dynamic_cast<Dialog *>(&top))
+        return dialog;
+    for (Window *child : top.children)
+        if (auto *page = dynamic_cast<Dialog *>(child); page && page->visible)
+            return page;
+    return nullptr;
+}
+
+static INT_PTR Run(Dialog &dialog, const DialogTemplate &shape, LPARAM parameter)
+{
+    const bool focusFirst = dialog.Start(shape, parameter);
+    if (dialog.closed)
+        return dialog.result;
+    NoteWindow(dialog, "opened");
+    dialog.Show(true);
+    Window *chosen = FocusWindow() && FocusWindow()->Top() == &dialog ? FocusWindow() : nullptr;
+    Activate(&dialog);
+    if (Window *first = FirstTabStop(dialog); first && (focusFirst || !chosen)) {
+        FocusOn(first);
+        first->TabbedInto();
+    } else if (chosen) {
+        FocusOn(chosen);
+    }
+    RunModal(dialog);
+    NoteWindow(dialog, "closed");
+    return dialog.result;
+}
+
+} // namespace kvp
+
+using namespace kvp;
+
+INT_PTR DialogBoxParamA(HINSTANCE hInstance, LPCSTR lpTemplateName, HWND hWndParent,
+                        DLGPROC lpDialogFunc, LPARAM dwInitParam)
+{
+    const auto shape = LoadTemplate(hInstance, lpTemplateName);
+    if (!shape)
+        return -1;
+    Window *owner = Window::Of(hWndParent);
+    const RECT size = PixelsOf(0, 0, shape->cx, shape->cy);
+    const RECT where = PlaceOver(owner, size.right + 2 * FRAME_SIDE, size.bottom + FRAME_TOP);
+    Dialog dialog(nullptr, *shape, static_cast<int>(reinterpret_cast<ULONG_PTR>(lpTemplateName)),
+                  {where.left, where.top, where.left + size.right, where.top + size.bottom},
+                  lpDialogFunc);
+    const OwnerLock lock(dialog, owner);
+    return Run(dialog, *shape, dwInitParam);
+}
+
+BOOL EndDialog(HWND hDlg, INT_PTR nResult)
+{
+    auto *dialog = dynamic_cast<Dialog *>(Window::Of(hDlg));
+    if (!dialog || dialog->parent)
+        return FALSE;
+    dialog->result = nResult;
+    dialog->closed = true;
+    return TRUE;
+}

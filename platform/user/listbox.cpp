@@ -1,0 +1,172 @@
+// The list box. Only a selection made by hand is told to the parent.
+#include "platform/user/listbox.h"
+
+#include <algorithm>
+
+#include "platform/user/scroll.h"
+
+namespace kvp
+{
+
+static constexpr DWORD LISTBOX_NOTIFY = 1, LISTBOX_OWNER_DRAWN = 0x30;
+
+static constexpr ListMessages aNumbers{.insert = LB_INSERTSTRING,
+                                       .reset = LB_RESETCONTENT,
+                                       .count = 0,
+                                       .getSelection = LB_GETCURSEL,
+                                       .setSelection = LB_SETCURSEL,
+                                       .getText = LB_GETTEXT,
+                                       .getData = LB_GETITEMDATA,
+                                       .setData = LB_SETITEMDATA,
+                                       .find = 0,
+                                       .findWhole = 0,
+                                       .select = 0};
+
+ListBox::ListBox(Window *listParent, DWORD listStyle, int listId, const RECT &where)
+    : Window(listParent, listStyle, listId, where)
+{
+    if (IsOwnerDrawn())
+        itemHeight = MeasuredHeight(*this, ODT_LISTBOX);
+}
+
+bool ListBox::IsOwnerDrawn() const
+{
+    return style & LISTBOX_OWNER_DRAWN;
+}
+
+int ListBox::ItemsShown() const
+{
+    return std::max(1, (Height(rc) - 2) / itemHeight);
+}
+
+RECT ListBox::ItemRect(int index) const
+{
+    const int top = 1 + (index - first) * itemHeight;
+    const int right = Width(rc) - 1 - (ItemsShown() < items.Count() ? SCROLL_WIDTH : 0);
+    return {1, top, right, top + itemHeight};
+}
+
+void ListBox::ScrollTo(int index)
+{
+    const int before = first;
+    if (items.Has(index))
+        first = std::max(0, std::clamp(first, index - ItemsShown() + 1, index));
+    if (first != before)
+        Invalidate();
+}
+
+LRESULT ListBox::Message(UINT msg, WPARAM wParam, LPARAM lParam)
+{
+    LRESULT result = 0;
+    bool changed = false;
+    const int before = selection;
+    if (!ListMessage(aNumbers, items, selection, msg, wParam, lParam, result, changed))
+        return Window::Message(msg, wParam, lParam);
+    if (msg == LB_SETCURSEL) {
+        ScrollTo(selection);
+        if (before != selection) {
+            DrawNow(before, ODA_SELECT);
+            DrawNow(selection, ODA_SELECT);
+        }
+    } else if (changed) {
+        first = std::clamp(first, 0, std::max(0, items.Count() - ItemsShown()));
+        Invalidate();
+    }
+    return result;
+}
+
+void ListBox::SelectByHand(int index)
+{
+    if (!items.Has(index))
+        return;
+    Message(LB_SETCURSEL, static_cast<WPARAM>(index), 0);
+    if (style & LISTBOX_NOTIFY)
+        Notify(LBN_SELCHANGE);
+}
+
+void ListBox::MouseDown(POINT at)
+{
+    const int count = items.Count();
+    if (ItemsShown() < count && at.x >= Width(rc) - SCROLL_WIDTH) {
+        const int step = ScrollStep({SCROLL_WIDTH, Height(rc)}, at.y, ItemsShown(), first, count);
+        first = std::clamp(first + step, 0, count - ItemsShown());
+        Invalidate();
+        return;
+    }
+    for (int i = first; i < std::min(first + ItemsShown(), count); ++i)
+        if (Contains(ItemRect(i), at)) {
+            SelectByHand(i);
+            return;
+        }
+}
+
+bool ListBox::KeyDown(const Key &key)
+{
+    const int last = items.Count() - 1;
+    int target;
+    switch (key.code) {
+    case KeyCode::Up:
+    case KeyCode::Left: target = std::max(selection - 1, 0); break;
+    case KeyCode::Down:
+    case KeyCode::Right: target = std::min(selection + 1, last); break;
+    case KeyCode::PageUp: target = std::max(selection - ItemsShown(), 0); break;
+    case KeyCode::PageDown: target = std::min(selection + ItemsShown(), last); break;
+    case KeyCode::Home: target = 0; break;
+    case KeyCode::End: target = last; break;
+    default: return false;
+    }
+    if (target != selection)
+        SelectByHand(target);
+    return true;
+}
+
+bool ListBox::Typed(char32_t character)
+{
+    const std::u16string letter(1, static_cast<char16_t>(character));
+    const int found = items.FindPrefix(selection, letter);
+    if (found != selection)
+        SelectByHand(found);
+    return true;
+}
+
+void ListBox::FocusChanged(bool)
+{
+    if (IsOwnerDrawn())
+        DrawNow(selection, ODA_FOCUS);
+    else
+        Invalidate();
+}
+
+void ListBox::DrawItem(HDC hdc, int index, UINT action)
+{
+    const bool chosen = index == selection;
+    const UINT state = (chosen ? ODS_SELECTED : 0) | (chosen && HasFocus() ? ODS_FOCUS : 0);
+    DrawListItem(*this, items, hdc, ODT_LISTBOX, IsOwnerDrawn(),
+                 {index, action, state, ItemRect(index)});
+}
+
+void ListBox::DrawNow(int index, UINT action)
+{
+    if (index < first || index >= std::min(first + ItemsShown(), items.Count()))
+        return;
+    const HDC hdc = WindowDc(*this, Shrunk(Client(), 1));
+    SetBkColor(hdc, AskColors(*this, hdc, WM_CTLCOLORLISTBOX));
+    DrawItem(hdc, index, action);
+    FreeDc(hdc);
+}
+
+void ListBox::Paint(HDC hdc)
+{
+    const COLORREF back = AskColors(*this, hdc, WM_CTLCOLORLISTBOX);
+    SetBkColor(hdc, back);
+    Fill(hdc, Client(), back);
+    Outline(hdc, Client(), DARK);
+    const int shown = ItemsShown();
+    for (int i = first; i < std::min(first + shown, items.Count()); ++i)
+        DrawItem(hdc, i, ODA_DRAWENTIRE);
+    if (shown < items.Count())
+        PaintScrollBar(hdc, {Width(rc) - SCROLL_WIDTH - 1, 1, Width(rc) - 1, Height(rc) - 1}, first,
+                       shown, items.Count());
+}
+
+} // namespace kvp

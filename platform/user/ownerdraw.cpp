@@ -1,0 +1,42 @@
+// The owner-drawn button: its parent draws it, at once when it is pressed or gains or loses the
+// focus.
+#include "platform/user/button.h"
+
+namespace kvp
+{
+
+void OwnerButton::DrawNow(HDC hdc, UINT action)
+{
+    AskColors(*this, hdc, WM_CTLCOLORBTN);
+    SendDrawItem(*this, {.CtlType = ODT_BUTTON,
+                         .CtlID = 0,
+                         .itemID = 0,
+                         .itemAction = action,
+                         .itemState = (held ? ODS_SELECTED : 0) | (enabled ? 0 : ODS_DISABLED) |
+                                      (HasFocus() ? ODS_FOCUS : 0),
+                         .hwndItem = nullptr,
+                         .hDC = hdc,
+                         .rcItem = Client(),
+                         .itemData = 0});
+}
+
+void OwnerButton::Paint(HDC hdc)
+{
+    DrawNow(hdc, ODA_DRAWENTIRE);
+}
+
+void OwnerButton::FocusChanged(bool)
+{
+    const HDC hdc = GetDC(Handle());
+    DrawNow(hdc, ODA_FOCUS);
+    ReleaseDC(Handle(), hdc);
+}
+
+void OwnerButton::HeldChanged()
+{
+    const HDC hdc = GetDC(Handle());
+    DrawNow(hdc, ODA_SELECT);
+    ReleaseDC(Handle(), hdc);
+}
+
+} // namespace kvp

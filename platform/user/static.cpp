@@ -1,0 +1,34 @@
+// Texts and frames.
+#include "platform/user/static.h"
+
+namespace kvp
+{
+
+void Label::LetterTyped()
+{
+    if (Window *next = TabStopAfter(*this, false)) {
+        FocusOn(next);
+        next->TabbedInto();
+    }
+}
+
+static unsigned FlagsOf(DWORD style)
+{
+    const DWORD kind = style & STATIC_KIND;
+    return (kind == STATIC_NO_WRAP ? 0u : TEXT_WRAP) | (kind == STATIC_CENTER ? TEXT_CENTER : 0u) |
+           (kind == STATIC_RIGHT ? TEXT_RIGHT : 0u) | (style & STATIC_NO_PREFIX ? 0u : TEXT_PREFIX);
+}
+
+void StaticText::Paint(HDC hdc)
+{
+    Fill(hdc, Client(), AskColors(*this, hdc, WM_CTLCOLORSTATIC));
+    DrawLabel(hdc, Client(), text, FlagsOf(style));
+}
+
+void BlackFrame::Paint(HDC hdc)
+{
+    AskColors(*this, hdc, WM_CTLCOLORSTATIC);
+    Outline(hdc, Client(), DARK);
+}
+
+} // namespace kvp

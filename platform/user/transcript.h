@@ -1,0 +1,23 @@
+// What the transcript says about windows and controls.
+#ifndef KV_PLATFORM_USER_TRANSCRIPT_H
+#define KV_PLATFORM_USER_TRANSCRIPT_H
+
+#include <string>
+
+#include <nlohmann/json_fwd.hpp>
+
+#include "platform/user/window.h"
+
+namespace kvp
+{
+
+void NoteEvent(const nlohmann::ordered_json &line);
+// A window was opened, activated or closed.
+void NoteWindow(Window &window, const char *what);
+// One control, or a window with all of its own.
+nlohmann::ordered_json Describe(Window &control);
+nlohmann::ordered_json DescribeWindow(Window &window);
+
+} // namespace kvp
+
+#endif

@@ -1,0 +1,48 @@
+// French, for France, Belgium, Canada and Switzerland.
+
+#define TEXT_INSTALL_1 "Aucun fichier du pilote n'est présent sur votre PC. Si vous avez installé ce\n"
+#define TEXT_INSTALL_2 "pilote d'imprimante par le menu ""Se connecter à une imprimante..."", certains\n"
+#define TEXT_INSTALL_3 "fichiers nécessaires n'ont pas été copiés depuis le serveur d'impression.\n"
+#define TEXT_INSTALL_4 "Veuillez réinstaller le pilote d'imprimante à l'aide de la disquette d'installation.\n"
+#define TEXT_INSTALL_5 "Les fichiers nécessaires seront alors copiés sur votre PC.\n"
+#define TEXT_VERSION_1 "Ce pilote d'imprimante est réservé à Windows NT(R) version 3.51.\n"
+#define TEXT_VERSION_2 "Il ne peut pas fonctionner avec la version de\n"
+#define TEXT_VERSION_3 "Windows NT(R) actuellement installée.\n"
+
+#define TEXT_MAIN_CAPTION "Principal"
+#define TEXT_MAIN_MODE "Mode"
+#define TEXT_MAIN_AUTOMATIC "A&utomatique"
+#define TEXT_MAIN_ADVANCED "A&vancé"
+#define TEXT_MAIN_MORE "Aut&res réglages..."
+#define TEXT_MAIN_SAVE "&Enregistrer..."
+#define TEXT_MAIN_MEDIA "&Type de support"
+#define TEXT_MAIN_INK "Encre"
+#define TEXT_MAIN_COLOR "&Couleur"
+#define TEXT_MAIN_BLACK "&Noir"
+#define TEXT_MAIN_CURRENT "Réglages actuels"
+#define TEXT_MAIN_ABOUT "À &propos..."
+
+#define TEXT_PAPER_CAPTION "Papier"
+#define TEXT_PAPER_SIZE "&Format du papier"
+#define TEXT_PAPER_COPIES "Copies"
+#define TEXT_PAPER_COPIES_LABEL "&Nombre de copies"
+#define TEXT_PAPER_ORIENTATION "Orientation"
+#define TEXT_PAPER_PORTRAIT "&Portrait"
+#define TEXT_PAPER_LANDSCAPE "Pa&ysage"
+#define TEXT_PAPER_AREA "Zone imprimable"
+#define TEXT_PAPER_MAXIMUM "Ma&ximale"
+#define TEXT_PAPER_CENTERED "Cent&rée"
+
+#define TEXT_UTILITY_CAPTION "Utilitaires"
+#define TEXT_UTILITY_NOZZLE_TITLE "Vérification des buses (J)"
+#define TEXT_UTILITY_NOZZLE_KEY "&J"
+#define TEXT_UTILITY_NOZZLE \
+    "Lancez cet utilitaire si des manques ou des zones pâles apparaissent à l'impression."
+#define TEXT_UTILITY_CLEANING_TITLE "Nettoyage des têtes (N)"
+#define TEXT_UTILITY_CLEANING_KEY "&N"
+#define TEXT_UTILITY_CLEANING \
+    "Lancez cet utilitaire si la qualité d'impression baisse ou si la vérification indique que des buses sont bouchées."
+#define TEXT_UTILITY_ALIGNMENT_TITLE "Alignement des têtes (Y)"
+#define TEXT_UTILITY_ALIGNMENT_KEY "&Y"
+#define TEXT_UTILITY_ALIGNMENT \
+    "Lancez cet utilitaire si des lignes verticales sont décalées à l'impression."

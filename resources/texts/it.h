@@ -1,0 +1,48 @@
+// Italian, for Italy and Switzerland.
+
+#define TEXT_INSTALL_1 "Nel PC non è presente alcun file del driver. Se il driver della stampante\n"
+#define TEXT_INSTALL_2 "è stato installato con il menu ""Connetti a stampante..."", non tutti i file\n"
+#define TEXT_INSTALL_3 "necessari sono stati copiati dal PC che funge da server di stampa.\n"
+#define TEXT_INSTALL_4 "Reinstallare il driver della stampante con il disco di installazione.\n"
+#define TEXT_INSTALL_5 "I file necessari verranno così copiati nel PC.\n"
+#define TEXT_VERSION_1 "Questo driver della stampante è destinato solo a Windows NT(R) versione 3.51.\n"
+#define TEXT_VERSION_2 "Il driver non può essere eseguito con la versione di\n"
+#define TEXT_VERSION_3 "Windows NT(R) attualmente installata.\n"
+
+#define TEXT_MAIN_CAPTION "Principale"
+#define TEXT_MAIN_MODE "Modo"
+#define TEXT_MAIN_AUTOMATIC "A&utomatico"
+#define TEXT_MAIN_ADVANCED "A&vanzato"
+#define TEXT_MAIN_MORE "&Altre impostazioni..."
+#define TEXT_MAIN_SAVE "&Salva impostazioni..."
+#define TEXT_MAIN_MEDIA "&Tipo di supporto"
+#define TEXT_MAIN_INK "Inchiostro"
+#define TEXT_MAIN_COLOR "&Colore"
+#define TEXT_MAIN_BLACK "&Nero"
+#define TEXT_MAIN_CURRENT "Impostazioni attuali"
+#define TEXT_MAIN_ABOUT "&Informazioni..."
+
+#define TEXT_PAPER_CAPTION "Carta"
+#define TEXT_PAPER_SIZE "&Formato carta"
+#define TEXT_PAPER_COPIES "Copie"
+#define TEXT_PAPER_COPIES_LABEL "Numero di &copie"
+#define TEXT_PAPER_ORIENTATION "Orientamento"
+#define TEXT_PAPER_PORTRAIT "&Verticale"
+#define TEXT_PAPER_LANDSCAPE "Ori&zzontale"
+#define TEXT_PAPER_AREA "Area di stampa"
+#define TEXT_PAPER_MAXIMUM "&Massima"
+#define TEXT_PAPER_CENTERED "Cent&rata"
+
+#define TEXT_UTILITY_CAPTION "Utilità"
+#define TEXT_UTILITY_NOZZLE_TITLE "Controllo ugelli (J)"
+#define TEXT_UTILITY_NOZZLE_KEY "&J"
+#define TEXT_UTILITY_NOZZLE \
+    "Usare questa utilità se nella stampa compaiono interruzioni o zone sbiadite."
+#define TEXT_UTILITY_CLEANING_TITLE "Pulizia testine (D)"
+#define TEXT_UTILITY_CLEANING_KEY "&D"
+#define TEXT_UTILITY_CLEANING \
+    "Usare questa utilità se la qualità di stampa peggiora o se il controllo ugelli segnala ugelli otturati."
+#define TEXT_UTILITY_ALIGNMENT_TITLE "Allineamento testine (Y)"
+#define TEXT_UTILITY_ALIGNMENT_KEY "&Y"
+#define TEXT_UTILITY_ALIGNMENT \
+    "Usare questa utilità se nella stampa le linee verticali risultano disallineate."

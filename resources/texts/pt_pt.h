@@ -1,0 +1,48 @@
+// Portuguese, for Portugal.
+
+#define TEXT_INSTALL_1 "Não existem ficheiros do controlador no seu PC. Se instalou este controlador\n"
+#define TEXT_INSTALL_2 "de impressora através do menu ""Ligar à impressora..."", nem todos os ficheiros\n"
+#define TEXT_INSTALL_3 "necessários foram copiados do PC servidor de impressão.\n"
+#define TEXT_INSTALL_4 "Volte a instalar o controlador de impressora com a disquete de instalação.\n"
+#define TEXT_INSTALL_5 "Os ficheiros necessários serão então copiados para o seu PC.\n"
+#define TEXT_VERSION_1 "Este controlador de impressora destina-se apenas ao Windows NT(R) versão 3.51.\n"
+#define TEXT_VERSION_2 "O controlador não pode ser executado na versão do\n"
+#define TEXT_VERSION_3 "Windows NT(R) atualmente instalada.\n"
+
+#define TEXT_MAIN_CAPTION "Principal"
+#define TEXT_MAIN_MODE "Modo"
+#define TEXT_MAIN_AUTOMATIC "A&utomático"
+#define TEXT_MAIN_ADVANCED "A&vançado"
+#define TEXT_MAIN_MORE "&Mais definições..."
+#define TEXT_MAIN_SAVE "&Guardar definições..."
+#define TEXT_MAIN_MEDIA "&Tipo de suporte"
+#define TEXT_MAIN_INK "Tinta"
+#define TEXT_MAIN_COLOR "&Cores"
+#define TEXT_MAIN_BLACK "&Preto"
+#define TEXT_MAIN_CURRENT "Definições atuais"
+#define TEXT_MAIN_ABOUT "Acerca &de..."
+
+#define TEXT_PAPER_CAPTION "Papel"
+#define TEXT_PAPER_SIZE "&Tamanho do papel"
+#define TEXT_PAPER_COPIES "Cópias"
+#define TEXT_PAPER_COPIES_LABEL "&Número de cópias"
+#define TEXT_PAPER_ORIENTATION "Orientação"
+#define TEXT_PAPER_PORTRAIT "&Vertical"
+#define TEXT_PAPER_LANDSCAPE "&Horizontal"
+#define TEXT_PAPER_AREA "Área de impressão"
+#define TEXT_PAPER_MAXIMUM "Má&xima"
+#define TEXT_PAPER_CENTERED "Cent&rada"
+
+#define TEXT_UTILITY_CAPTION "Utilitários"
+#define TEXT_UTILITY_NOZZLE_TITLE "Verificação dos jatos (V)"
+#define TEXT_UTILITY_NOZZLE_KEY "&V"
+#define TEXT_UTILITY_NOZZLE \
+    "Utilize este utilitário se surgirem falhas ou zonas esbatidas na impressão."
+#define TEXT_UTILITY_CLEANING_TITLE "Limpeza das cabeças (D)"
+#define TEXT_UTILITY_CLEANING_KEY "&D"
+#define TEXT_UTILITY_CLEANING \
+    "Utilize este utilitário se a qualidade de impressão diminuir ou se a verificação dos jatos indicar jatos obstruídos."
+#define TEXT_UTILITY_ALIGNMENT_TITLE "Alinhamento das cabeças (Y)"
+#define TEXT_UTILITY_ALIGNMENT_KEY "&Y"
+#define TEXT_UTILITY_ALIGNMENT \
+    "Utilize este utilitário se as linhas verticais saírem desalinhadas na impressão."

@@ -56,9 +56,21 @@ static void Abandon(Window &window)
     window.closed = true;
 }
 
+static bool closing;
+
+void CloseAll()
+{
+    closing = true;
+}
+
 void RunModal(Window &window)
 {
     while (!window.closed) {
+        if (closing) {
+            window.PressCancel();
+            window.closed = true;
+            break;
+        }
         PaintInvalid();
         Present();
         Input input;

@@ -26,6 +26,7 @@ OwnerLock::~OwnerLock()
     Window *owner = modal.owner;
     if (!owner) {
         Forget(&modal);
+        CloseHelpIfAsked();
         return;
     }
     owner->enabled = ownerEnabled;

@@ -89,7 +89,7 @@ static bool Has32BitSignature(HFILE hFile)
     if (_lread(hFile, abOld, sizeof abOld) != sizeof abOld)
         return false;
     std::memcpy(&lNewHeader, abOld + NEW_HEADER_AT, sizeof lNewHeader);
-    return _llseek(hFile, lNewHeader, FILE_BEGIN) == lNewHeader &&
+    return lNewHeader >= 0 && _llseek(hFile, lNewHeader, FILE_BEGIN) == lNewHeader &&
            _lread(hFile, &dwSignature, sizeof dwSignature) == sizeof dwSignature &&
            dwSignature == SIGNATURE_32BIT;
 }

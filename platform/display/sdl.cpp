@@ -3,11 +3,12 @@
 
 #include "platform/display/display.h"
 #include "platform/host.h"
+#include "platform/user/window.h"
 
 namespace kvp
 {
 
-static SDL_Window *window;
+static SDL_Window *shown;
 static SDL_Renderer *renderer;
 static SDL_Texture *texture;
 static int scale = 1;
@@ -18,11 +19,11 @@ static void Close()
         SDL_DestroyTexture(texture);
     if (renderer)
         SDL_DestroyRenderer(renderer);
-    if (window)
-        SDL_DestroyWindow(window);
+    if (shown)
+        SDL_DestroyWindow(shown);
     texture = nullptr;
     renderer = nullptr;
-    window = nullptr;
+    shown = nullptr;
     SDL_Quit();
 }
 
@@ -51,11 +52,11 @@ static bool Open(int pixels, std::string &why)
     if (!IsVisible(SDL_GetCurrentVideoDriver()))
         return Fail(why, std::string("the video driver ") + SDL_GetCurrentVideoDriver() +
                              " shows nothing");
-    window = SDL_CreateWindow("kvhost", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
-                              SCREEN_WIDTH * scale, SCREEN_HEIGHT * scale, 0);
-    if (!window)
+    shown = SDL_CreateWindow("Printer settings", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
+                             SCREEN_WIDTH * scale, SCREEN_HEIGHT * scale, 0);
+    if (!shown)
         return Fail(why, SDL_GetError());
-    renderer = SDL_CreateRenderer(window, -1, SDL_RENDERER_SOFTWARE);
+    renderer = SDL_CreateRenderer(shown, -1, SDL_RENDERER_SOFTWARE);
     if (renderer)
         texture = SDL_CreateTexture(renderer, SDL_PIXELFORMAT_RGB888, SDL_TEXTUREACCESS_STREAMING,
                                     SCREEN_WIDTH, SCREEN_HEIGHT);
@@ -144,12 +145,28 @@ static void OnButton(const SDL_MouseButtonEvent &button, bool down, Input &input
         input.kind = Input::RightClick;
 }
 
+// A button held down on an arrow goes on stepping, after a pause.
+static constexpr int FIRST_PAUSE = 400, NEXT_PAUSE = 80; // milliseconds
+static int pause = FIRST_PAUSE;
+
+static bool WaitForEvent(SDL_Event &event, Input &input)
+{
+    if (!CaptureWindow())
+        return SDL_WaitEvent(&event);
+    if (SDL_WaitEventTimeout(&event, pause))
+        return true;
+    event.type = SDL_FIRSTEVENT;
+    input.kind = Input::Held;
+    pause = NEXT_PAUSE;
+    return true;
+}
+
 static bool WaitForInput(Input &input)
 {
     SDL_Event event;
     if (TakeTyped(input))
         return true;
-    if (!SDL_WaitEvent(&event))
+    if (!WaitForEvent(event, input))
         return false;
     switch (event.type) {
     case SDL_QUIT: input.kind = Input::Quit; break;
@@ -160,7 +177,10 @@ static bool WaitForInput(Input &input)
             typed += ToWide(event.text.text);
         break;
     case SDL_MOUSEBUTTONDOWN: OnButton(event.button, true, input); break;
-    case SDL_MOUSEBUTTONUP: OnButton(event.button, false, input); break;
+    case SDL_MOUSEBUTTONUP:
+        pause = FIRST_PAUSE;
+        OnButton(event.button, false, input);
+        break;
     case SDL_MOUSEMOTION:
         input.kind = Input::MouseMove;
         input.at = {event.motion.x / scale, event.motion.y / scale};

@@ -1,6 +1,7 @@
 // Text: laid out by Pango in one pinned font, kept as coverage masks, because the same few hundred
 // labels are drawn again and again and laying one out costs more than filling a page.
 #include <algorithm>
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -61,13 +62,23 @@ struct Plain {
 };
 } // namespace
 
+// Let go at the program's end, with the fonts and their configuration.
+struct Unref {
+    void operator()(void *object) const { g_object_unref(object); }
+};
+struct FreeFont {
+    void operator()(PangoFontDescription *font) const { pango_font_description_free(font); }
+};
+
 static PangoContext *Context()
 {
-    static PangoContext *const context = [] {
+    static const std::unique_ptr<PangoContext, Unref> context([] {
         FcConfig *config = FcConfigCreate();
         FcConfigParseAndLoadFromMemory(config,
                                        reinterpret_cast<const FcChar8 *>(FONT_CONFIGURATION), 1);
         FcConfigBuildFonts(config);
+        // Otherwise a thread of the library reads the machine's own configuration as well.
+        FcConfigSetCurrent(config);
         PangoFontMap *map = pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT);
         pango_fc_font_map_set_config(PANGO_FC_FONT_MAP(map), config);
         FcConfigDestroy(config);
@@ -80,21 +91,23 @@ static PangoContext *Context()
         pango_cairo_context_set_font_options(made, options);
         cairo_font_options_destroy(options);
         return made;
-    }();
-    return context;
+    }());
+    return context.get();
 }
 
 // The one layout, set up afresh by each use.
 static PangoLayout *Layout(const std::string &utf8, unsigned flags, int wrapAt)
 {
-    static PangoLayout *const layout = pango_layout_new(Context());
-    static PangoFontDescription *const font = [] {
+    static const std::unique_ptr<PangoLayout, Unref> kept(pango_layout_new(Context()));
+    static const std::unique_ptr<PangoFontDescription, FreeFont> ours([] {
         PangoFontDescription *d =
             pango_font_description_from_string("DejaVu Sans,Noto Sans CJK JP");
         pango_font_description_set_stretch(d, PANGO_STRETCH_SEMI_CONDENSED);
         pango_font_description_set_absolute_size(d, FONT_PIXELS * PANGO_SCALE);
         return d;
-    }();
+    }());
+    PangoLayout *layout = kept.get();
+    PangoFontDescription *font = ours.get();
     pango_font_description_set_weight(font,
                                       flags & TEXT_BOLD ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
     pango_layout_set_font_description(layout, font);

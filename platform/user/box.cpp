@@ -117,8 +117,7 @@ void BoxWindow::PressDefault()
             child->Press();
 }
 
-// A box of one button is closed by it; one without Cancel must be answered by a button, unless
-// nobody is there to do it.
+// Escape, closing, and nobody being there give the answer that does least.
 void BoxWindow::PressCancel()
 {
     answer = SafestButton(type);

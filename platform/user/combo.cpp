@@ -236,7 +236,7 @@ void ComboBox::Paint(HDC hdc)
     const ItemLook look{selection,
                         ODA_DRAWENTIRE,
                         ODS_COMBOBOXEDIT | (lit ? ODS_SELECTED | ODS_FOCUS : 0),
-                        {3, 3, whole.right - ARROW - 3, whole.bottom - 3}};
+                        {1, 2, whole.right - ARROW - 2, whole.bottom - 2}};
     DrawListItem(*this, items, hdc, ODT_COMBOBOX, IsOwnerDrawn(), look);
 }
 

@@ -43,6 +43,12 @@ static Window *HelpTarget(Window &window, POINT at)
     return found;
 }
 
+Window *WindowAt(POINT at)
+{
+    Window *top = TopAt(at);
+    return top ? HitTest(*top, at) : nullptr;
+}
+
 static POINT InClient(const Window &window, POINT at)
 {
     const POINT origin = window.ClientOnScreen();
@@ -81,7 +87,7 @@ static void OnMouseDown(POINT at)
         popup->PopupWindow().MouseDown(InClient(popup->PopupWindow(), at));
         return;
     }
-    Window *hit = top ? HitTest(*top, at) : nullptr;
+    Window *hit = WindowAt(at);
     if (popup && popup->Dismiss(hit))
         return;
     if (!hit || !Window::Of(hit->Handle()) || !top->enabled)
@@ -150,10 +156,10 @@ static void OnCharacter(char32_t character)
         DialogLetter(character);
 }
 
-static void OnQuit()
+static void OnHeld()
 {
-    if (Window *top = ActiveWindow())
-        top->PressCancel();
+    if (Window *window = CaptureWindow())
+        window->MouseHeld();
 }
 
 void Dispatch(const Input &input)
@@ -166,7 +172,8 @@ void Dispatch(const Input &input)
     case Input::MouseUp: OnMouseUp(input.at); break;
     case Input::MouseMove: OnMouseMove(input.at); break;
     case Input::RightClick: OnRightClick(input.at); break;
-    case Input::Quit: OnQuit(); break;
+    case Input::Held: OnHeld(); break;
+    case Input::Quit: CloseAll(); break;
     }
 }
 

@@ -43,6 +43,7 @@ struct Input {
         MouseUp,
         MouseMove,
         RightClick,
+        Held, // the mouse button, for a while
         Quit
     } kind = Nothing;
     POINT at{}; // on the screen

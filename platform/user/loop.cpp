@@ -26,6 +26,7 @@ OwnerLock::~OwnerLock()
     Window *owner = modal.owner;
     if (!owner) {
         Forget(&modal);
+        CloseHelpIfAsked();
         return;
     }
     owner->enabled = ownerEnabled;
@@ -56,9 +57,21 @@ static void Abandon(Window &window)
     window.closed = true;
 }
 
+static bool closing;
+
+void CloseAll()
+{
+    closing = true;
+}
+
 void RunModal(Window &window)
 {
     while (!window.closed) {
+        if (closing) {
+            window.PressCancel();
+            window.closed = true;
+            break;
+        }
         PaintInvalid();
         Present();
         Input input;

@@ -4,7 +4,7 @@
 namespace kvp
 {
 
-static constexpr int MARK = 13, GAP = 4;
+static constexpr int MARK = 13, DISC = 12, GAP = 4;
 
 // By program or by hand; who sets it by program hears nothing of it.
 void MarkButton::SetCheck(bool on)
@@ -69,11 +69,11 @@ void RadioButton::Press()
 // Spans of a circle's rows, drawn as rings from outside to inside.
 static void Disc(HDC hdc, const RECT &rc, int inset, COLORREF upper, COLORREF lower)
 {
-    const int size = MARK - 2 * inset;
+    const int size = DISC - 2 * inset;
     for (int y = 0; y < size; ++y)
         for (int x = 0; x < size; ++x) {
             const int dx = 2 * x + 1 - size, dy = 2 * y + 1 - size;
-            if (dx * dx + dy * dy <= (size - 1) * (size - 1) + 2) {
+            if (dx * dx + dy * dy <= size * size - 6) {
                 const int px = rc.left + inset + x, py = rc.top + inset + y;
                 Fill(hdc, {px, py, px + 1, py + 1}, x + y < size ? upper : lower);
             }

@@ -9,6 +9,7 @@
 #include "platform/kernel/internal.h"
 #include "platform/user/box.h"
 #include "platform/user/script.h"
+#include "platform/user/transcript.h"
 
 namespace kvp
 {
@@ -76,7 +77,9 @@ static int Show(const Box &box, Window *owner)
     for (Window *button : window.children)
         if (window.IsStandard(*button))
             FocusOn(button);
+    NoteWindow(window, "opened");
     RunModal(window);
+    NoteWindow(window, "closed");
     return window.answer;
 }
 

@@ -125,7 +125,11 @@ static void CloseOtherList(const Window *keep)
 
 static void ClickStep(const Words &words)
 {
-    QueueClick(MiddleOf(FindUsable(words).OnScreen()));
+    const Window &control = FindUsable(words);
+    const POINT at = MiddleOf(control.OnScreen());
+    if (control.IsHit() && WindowAt(at) != &control)
+        Refuse(fmt::format("control {} is covered", control.id));
+    QueueClick(at);
 }
 
 static void DoClick(const Words &words)

@@ -40,6 +40,12 @@ void ScrollBar::MouseDown(POINT at)
         }
 }
 
+void ScrollBar::MouseHeld()
+{
+    if (pressed >= 0)
+        Send(pressed ? SB_LINEDOWN : SB_LINEUP);
+}
+
 void ScrollBar::MouseUp(POINT)
 {
     if (pressed < 0)

@@ -16,6 +16,7 @@ class ScrollBar final : public Window
     void Paint(HDC hdc) override;
     void MouseDown(POINT at) override;
     void MouseUp(POINT at) override;
+    void MouseHeld() override;
     bool KeyDown(const Key &key) override;
     bool TakesFocus() const override { return style & WS_TABSTOP; }
     bool TakesFocusFromClick() const override { return false; }

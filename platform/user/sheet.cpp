@@ -219,7 +219,9 @@ static int Run(Sheet &sheet, const PROPSHEETHEADERA &header)
         first->TabbedInto();
     }
     RunModal(sheet);
-    NoteWindow(*sheet.pages[sheet.current].dialog, "closed");
+    for (const SheetPage &page : sheet.pages)
+        if (page.dialog)
+            NoteWindow(*page.dialog, "closed");
     return sheet.result;
 }
 

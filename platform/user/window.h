@@ -49,6 +49,7 @@ class Window
     virtual void MouseDown(POINT) {}
     virtual void MouseMove(POINT) {}
     virtual void MouseUp(POINT) {}
+    virtual void MouseHeld() {}                         // down for a while
     virtual bool KeyDown(const Key &) { return false; } // true: it was for this window
     virtual bool Typed(char32_t) { return false; }
     virtual void FocusChanged(bool /*has*/) {}
@@ -156,6 +157,9 @@ Window *FirstTabStop(Window &within);
 // The tab stop after a control, within its top-level window.
 Window *TabStopAfter(Window &control, bool backwards);
 
+// What a click there would reach (dispatch.cpp).
+Window *WindowAt(POINT onScreen);
+
 // ---- modal loops (loop.cpp) ---------------------------------------------------------------------
 
 // A modal window's owner is disabled while this lives. At its end the owner is enabled, invalid,
@@ -174,6 +178,8 @@ class OwnerLock
 };
 // Runs until the window is closed.
 void RunModal(Window &window);
+// The person closes the program's window: every modal window is cancelled, those below included.
+void CloseAll();
 // Where a new window of this size comes over its owner, or in the middle, whole on the screen.
 RECT PlaceOver(Window *owner, int width, int height);
 

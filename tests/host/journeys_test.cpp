@@ -79,6 +79,49 @@ TEST_F(HostTest, CapabilitiesAreAskedByNameOrNumber)
     EXPECT_THAT(strText, HasSubstr("minextent         not answered\n"));
 }
 
+// ---- the sheet ------------------------------------------------------------------------------
+
+TEST_F(HostTest, AScriptPlaysThePersonBeforeTheSheet)
+{
+    Done({"add-printer", "P", "--driver", LARGE});
+    const struct {
+        const char *why, *script;
+        int nStatus;
+        const char *complaint;
+        int nResult; // of the driver
+    } aRows[] = {
+        {"confirmed", "page \"Paper\"\npage \"Utility\"\nok\n", 0, "", 1},
+        {"cancelled", "cancel # after all\n", 3, "", 2},
+        {"no such control", "click 9\nok\n", 4, "script line 1", 2},
+        {"left open", "page \"Paper\"\n", 4, "no input is left", 2},
+        {"goes on after the end", "ok\n\npage \"Main\"\n", 4, "script line 3", 1},
+    };
+    for (const auto &row : aRows) {
+        SCOPED_TRACE(row.why);
+        Write("play", row.script);
+        std::remove(Path("rec").c_str());
+        std::remove(Path("transcript").c_str());
+        const Ran ran =
+            Run({"settings", "-p", "P", "--display", "headless", "--script", Path("play"),
+                 "--transcript", Path("transcript"), "--out", Path("rec"), "--json"});
+        EXPECT_EQ(ran.nStatus, row.nStatus);
+        EXPECT_THAT(ran.strErr, HasSubstr(row.complaint));
+        EXPECT_EQ(Record("rec").dm.dmCopies, 1) << "whatever the way out";
+        EXPECT_EQ(ran.Json()["dm"]["dmCopies"], 1);
+        EXPECT_THAT(Content("transcript"),
+                    HasSubstr("\"call\":\"DrvDocumentProperties\",\"result\":" +
+                              std::to_string(row.nResult)));
+    }
+}
+
+TEST_F(HostTest, NobodyBeforeTheSheetEndsTheRun)
+{
+    Done({"add-printer", "P", "--driver", SMALL});
+    const Ran ran = Run({"settings", "-p", "P", "--display", "headless"});
+    EXPECT_EQ(ran.nStatus, 4);
+    EXPECT_THAT(ran.strErr, HasSubstr("no input is left while \"P\" is open"));
+}
+
 // ---- items ----------------------------------------------------------------------------------
 
 TEST_F(HostTest, ItemsSetAreItemsGot)
@@ -197,17 +240,28 @@ TEST_F(HostTest, ADriverThatRefusesToStartIsAFailureAfterItsMessage)
     EXPECT_EQ(wrongSystem.strOut, "");
 }
 
-// The sheet is not there yet: whoever asks for it gets the driver's -1 and nothing is written.
-TEST_F(HostTest, SettingsThatPromptReportTheDriversRefusal)
+TEST_F(HostTest, ASheetThatCannotBeShownIsTheDriversRefusal)
 {
     Done({"add-printer", "P", "--driver", LARGE});
+    const std::string strLibrary = "system32/spool/drivers/w32x86/1/KJ820UI.DLL";
+    ASSERT_EQ(std::remove(Path("root/c/winnt35/" + strLibrary).c_str()), 0);
     for (const char *lpszOption : {"--json", "--advanced"}) {
         const Ran ran = Run({"settings", "-p", "P", lpszOption, "--out", Path("rec")});
         EXPECT_EQ(ran.nStatus, 1);
         EXPECT_EQ(ran.strOut, "");
+        EXPECT_THAT(ran.strErr, HasSubstr("KJ820UI.DLL"));
         EXPECT_THAT(ran.strErr, HasSubstr("the driver gave -1 instead of showing the settings"));
         EXPECT_FALSE(Exists("rec"));
     }
+}
+
+TEST_F(HostTest, AWindowWithoutADisplayIsRefusedWithAHint)
+{
+    Done({"add-printer", "P", "--driver", SMALL});
+    const Ran ran = Run({"settings", "-p", "P", "--display", "sdl"});
+    EXPECT_EQ(ran.nStatus, 2);
+    EXPECT_THAT(ran.strErr, HasSubstr("kvhost: cannot open a window"));
+    EXPECT_THAT(ran.strErr, HasSubstr("headless"));
 }
 
 TEST_F(HostTest, AModelWithoutFilesFailsAfterTheDriversMessage)

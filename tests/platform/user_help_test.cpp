@@ -44,7 +44,8 @@ TEST_F(Help, ShowsATopicBesideTheDialogUntilItIsClosed)
             "click 205", Topic(IDD_PLAIN),
             [this] { EXPECT_TRUE(IsDlgButtonChecked(hDlg, IDC_MIRROR)); }, "cancel"});
     EXPECT_EQ(Dialog(IDD_PLAIN), 2);
-    EXPECT_EQ(kvp::TopWindow(), nullptr) << "it goes with the last window";
+    EXPECT_EQ(kvp::TopWindow(), nullptr);
+    EXPECT_EQ(kvp::ScreenPixel(700, 100), kvp::ScreenPixel(0, 0)) << "it goes with the last window";
 }
 
 TEST_F(Help, SaysWhenAFileOrATopicIsMissing)

@@ -5,10 +5,8 @@
 #define IDD_FIRST 100
 #define IDD_SECOND 101
 #define IDD_THIRD 102
-#define IDD_CONTROLS 110
 #define IDD_PLAIN 111
 #define IDD_EXTENDED 112
-#define IDD_EMPTY 113
 
 #define IDC_MODE 200
 #define IDC_AUTO 201

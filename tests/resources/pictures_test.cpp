@@ -131,7 +131,7 @@ constexpr struct {
 void ExpectFits(HMODULE library, int picture, const RECT &room)
 {
     SCOPED_TRACE(picture);
-    const HBITMAP bitmap = LoadBitmapA(library, MAKEINTRESOURCEA(picture));
+    HBITMAP bitmap = LoadBitmapA(library, MAKEINTRESOURCEA(picture));
     ASSERT_NE(bitmap, nullptr);
     BITMAP size{};
     GetObjectA(bitmap, sizeof size, &size);

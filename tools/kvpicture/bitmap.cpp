@@ -51,6 +51,12 @@ static void WriteHeader(Writer &out, const Image &image, bool mask)
         out.Dword(0); // resolution, colours used
 }
 
+static uint32_t PixelAt(const Image &image, int x, int y)
+{
+    return image
+        .pixels[static_cast<size_t>(y) * static_cast<size_t>(image.width) + static_cast<size_t>(x)];
+}
+
 static bool IsThere(uint32_t pixel)
 {
     return pixel >> 24 >= 128;
@@ -61,7 +67,7 @@ static void WriteRows(Writer &out, const Image &image, bool mask)
 {
     for (int y = image.height - 1; y >= 0; --y) {
         for (int x = 0; x < image.width; ++x) {
-            const uint32_t pixel = image.pixels[static_cast<size_t>(y * image.width + x)];
+            const uint32_t pixel = PixelAt(image, x, y);
             const uint32_t shown = !mask || IsThere(pixel) ? pixel : 0;
             out.Word(shown);
             out.Byte(shown >> 16);
@@ -78,7 +84,7 @@ static void WriteMask(Writer &out, const Image &image)
         const size_t row = out.bytes.size();
         out.bytes.resize(row + RowBytes(image.width, 1));
         for (int x = 0; x < image.width; ++x)
-            if (!IsThere(image.pixels[static_cast<size_t>(y * image.width + x)]))
+            if (!IsThere(PixelAt(image, x, y)))
                 out.bytes[row + static_cast<size_t>(x) / 8] |= static_cast<uint8_t>(0x80 >> x % 8);
     }
 }

@@ -90,9 +90,7 @@ int Run(const Order &order)
     return EXIT_GOOD;
 }
 
-} // namespace
-
-int main(int argc, char **argv)
+int Command(int argc, char **argv)
 {
     CLI::App app("Renders a drawing into a bitmap or an icon.");
     Order order{.source = {}, .target = {}, .background = "C0C0C0", .sizes = {}};
@@ -105,9 +103,18 @@ int main(int argc, char **argv)
     app.add_flag("--mirror", order.mirror, "left and right exchanged");
     try {
         app.parse(argc, argv);
-        return Run(order);
     } catch (const CLI::ParseError &error) {
         return app.exit(error) == 0 ? EXIT_GOOD : EXIT_USAGE;
+    }
+    return Run(order);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    try {
+        return Command(argc, argv);
     } catch (const std::exception &error) {
         std::cerr << error.what() << "\n";
         return EXIT_BAD;

@@ -16,7 +16,7 @@ struct Image {
     std::vector<uint32_t> pixels;
 };
 
-// What an icon's sizes are stored in, and as far as drawings are rendered.
+// The largest bitmap, and the largest icon that its format can hold.
 constexpr int MOST_PIXELS = 1024, MOST_ICON_PIXELS = 256;
 
 // The drawing in the middle of a picture of this size, as large as its shape allows. Throws

@@ -28,8 +28,10 @@ using Context = std::unique_ptr<cairo_t, Releaser<cairo_destroy>>;
 
 static std::runtime_error Problem(const std::string &file, GError *error)
 {
-    const std::string text = error ? error->message : "cannot be drawn";
+    std::string text = error ? error->message : "cannot be drawn";
     g_clear_error(&error);
+    while (text.ends_with('\n')) // some of the library's messages are lines
+        text.pop_back();
     return std::runtime_error(file + ": " + text);
 }
 

@@ -228,7 +228,6 @@ KV_IMPORT int WINAPI LoadStringW(HINSTANCE hInstance, UINT uID, LPWSTR lpBuffer,
 // user: message boxes
 
 constexpr UINT MB_OK = 0;
-constexpr UINT MB_OKCANCEL = 1;
 constexpr UINT MB_ICONEXCLAMATION = 0x30;
 constexpr UINT MB_ICONINFORMATION = 0x40;
 
@@ -248,25 +247,8 @@ constexpr int DWLP_USER = 16;     // the application's own value
 // TRUE: handled. For WM_INITDIALOG and the colour messages the result is the message's result.
 using DLGPROC = INT_PTR(CALLBACK *)(HWND, UINT, WPARAM, LPARAM);
 
-// Disables the owner, runs until EndDialog, enables it again. -1 when there is no such template.
-KV_IMPORT INT_PTR WINAPI DialogBoxParamA(HINSTANCE hInstance, LPCSTR lpTemplateName,
-                                         HWND hWndParent, DLGPROC lpDialogFunc, LPARAM dwInitParam);
-KV_IMPORT BOOL WINAPI EndDialog(HWND hDlg, INT_PTR nResult);
 KV_IMPORT HWND WINAPI GetDlgItem(HWND hDlg, int nIDDlgItem);
-KV_IMPORT LRESULT WINAPI SendDlgItemMessageA(HWND hDlg, int nIDDlgItem, UINT Msg, WPARAM wParam,
-                                             LPARAM lParam);
 KV_IMPORT BOOL WINAPI SetDlgItemTextA(HWND hDlg, int nIDDlgItem, LPCSTR lpString);
-// Bytes copied without the terminator, cut at a character's border.
-KV_IMPORT UINT WINAPI GetDlgItemTextA(HWND hDlg, int nIDDlgItem, LPSTR lpString, int cchMax);
-KV_IMPORT BOOL WINAPI SetDlgItemInt(HWND hDlg, int nIDDlgItem, UINT uValue, BOOL bSigned);
-// Skips blanks, takes a sign and digits, stops at anything else; no digits, or too many, are 0.
-KV_IMPORT UINT WINAPI GetDlgItemInt(HWND hDlg, int nIDDlgItem, BOOL *lpTranslated, BOOL bSigned);
-KV_IMPORT BOOL WINAPI CheckDlgButton(HWND hDlg, int nIDButton, UINT uCheck);
-KV_IMPORT BOOL WINAPI CheckRadioButton(HWND hDlg, int nIDFirstButton, int nIDLastButton,
-                                       int nIDCheckButton);
-KV_IMPORT UINT WINAPI IsDlgButtonChecked(HWND hDlg, int nIDButton);
-// The base unit across in the low word, down in the high word.
-KV_IMPORT LONG WINAPI GetDialogBaseUnits();
 
 // ---------------------------------------------------------------------------------------------
 // user: windows
@@ -274,13 +256,6 @@ KV_IMPORT LONG WINAPI GetDialogBaseUnits();
 constexpr DWORD WS_CHILD = 0x40000000;
 constexpr DWORD WS_VISIBLE = 0x10000000;
 constexpr DWORD WS_TABSTOP = 0x00010000;
-constexpr int SW_HIDE = 0;
-constexpr int SW_SHOW = 5;
-
-constexpr int SM_CYCAPTION = 4;
-constexpr int SM_CXBORDER = 5;
-constexpr int SM_CYDLGFRAME = 8;
-constexpr int SM_CXFRAME = 32;
 
 // Children only, of the classes that the layer knows: the trackbar's is "msctls_trackbar32".
 KV_IMPORT HWND WINAPI CreateWindowExA(DWORD dwExStyle, LPCSTR lpClassName, LPCSTR lpWindowName,
@@ -292,17 +267,8 @@ KV_IMPORT LONG_PTR WINAPI SetWindowLongPtrA(HWND hWnd, int nIndex, LONG_PTR dwNe
 KV_IMPORT LRESULT WINAPI SendMessageA(HWND hWnd, UINT Msg, WPARAM wParam, LPARAM lParam);
 KV_IMPORT int WINAPI GetDlgCtrlID(HWND hWnd);
 KV_IMPORT BOOL WINAPI EnableWindow(HWND hWnd, BOOL bEnable);
-KV_IMPORT BOOL WINAPI IsWindowEnabled(HWND hWnd);
-KV_IMPORT BOOL WINAPI ShowWindow(HWND hWnd, int nCmdShow);
-KV_IMPORT HWND WINAPI SetFocus(HWND hWnd);
-KV_IMPORT BOOL WINAPI GetClientRect(HWND hWnd, RECT *lpRect);
-KV_IMPORT BOOL WINAPI GetWindowRect(HWND hWnd, RECT *lpRect); // on the screen
 KV_IMPORT BOOL WINAPI ClientToScreen(HWND hWnd, POINT *lpPoint);
-// Null stands for the whole window. Children inside become invalid too, the parent does not.
-KV_IMPORT BOOL WINAPI InvalidateRect(HWND hWnd, const RECT *lpRect, BOOL bErase);
 KV_IMPORT BOOL WINAPI InflateRect(RECT *lprc, int dx, int dy);
-KV_IMPORT int WINAPI GetSystemMetrics(int nIndex);
-KV_IMPORT DWORD WINAPI GetSysColor(int nIndex);
 
 // ---------------------------------------------------------------------------------------------
 // user: messages of dialogs
@@ -312,32 +278,22 @@ constexpr UINT WM_PAINT = 0x000F;
 constexpr UINT WM_SYSCOLORCHANGE = 0x0015;
 constexpr UINT WM_DRAWITEM = 0x002B;
 constexpr UINT WM_MEASUREITEM = 0x002C;
-constexpr UINT WM_GETFONT = 0x0031;
 constexpr UINT WM_NOTIFY = 0x004E;
 constexpr UINT WM_HELP = 0x0053;
 constexpr UINT WM_CONTEXTMENU = 0x007B;
 constexpr UINT WM_INITDIALOG = 0x0110;
 constexpr UINT WM_COMMAND = 0x0111;
-constexpr UINT WM_HSCROLL = 0x0114;
-constexpr UINT WM_VSCROLL = 0x0115;
-constexpr UINT WM_CTLCOLORMSGBOX = 0x0132;
 constexpr UINT WM_CTLCOLOREDIT = 0x0133;
-constexpr UINT WM_CTLCOLORLISTBOX = 0x0134;
 constexpr UINT WM_CTLCOLORBTN = 0x0135;
 constexpr UINT WM_CTLCOLORDLG = 0x0136;
-constexpr UINT WM_CTLCOLORSCROLLBAR = 0x0137;
 constexpr UINT WM_CTLCOLORSTATIC = 0x0138;
 
-constexpr UINT ODT_LISTBOX = 2;
-constexpr UINT ODT_COMBOBOX = 3;
 constexpr UINT ODT_BUTTON = 4;
 constexpr UINT ODA_DRAWENTIRE = 1;
 constexpr UINT ODA_SELECT = 2;
 constexpr UINT ODA_FOCUS = 4;
 constexpr UINT ODS_SELECTED = 0x0001;
-constexpr UINT ODS_DISABLED = 0x0004;
 constexpr UINT ODS_FOCUS = 0x0010;
-constexpr UINT ODS_COMBOBOXEDIT = 0x1000; // a combo box's selection field, not its list
 
 struct MEASUREITEMSTRUCT {
     UINT CtlType, CtlID, itemID, itemWidth, itemHeight;
@@ -354,55 +310,8 @@ struct DRAWITEMSTRUCT {
 // ---------------------------------------------------------------------------------------------
 // user: controls, their notices and messages
 
-constexpr WORD BN_CLICKED = 0;
-constexpr UINT BST_UNCHECKED = 0;
-constexpr UINT BST_CHECKED = 1;
-
-constexpr WORD EN_KILLFOCUS = 0x0200;
-constexpr WORD EN_CHANGE = 0x0300;
-constexpr UINT EM_SETSEL = 0x00B1; // bytes; the caret goes to the end
-
-constexpr WORD CBN_SELCHANGE = 1;
-constexpr WORD CBN_DROPDOWN = 7;
-constexpr WORD CBN_CLOSEUP = 8;
-constexpr WORD CBN_SELENDOK = 9;
-constexpr WORD CBN_SELENDCANCEL = 10;
-constexpr int CB_ERR = -1;
-constexpr UINT CB_GETCOUNT = 0x0146;
-constexpr UINT CB_GETCURSEL = 0x0147;
-constexpr UINT CB_GETLBTEXT = 0x0148;
-constexpr UINT CB_INSERTSTRING = 0x014A; // at -1: appended, also to a sorted list
-constexpr UINT CB_RESETCONTENT = 0x014B;
-constexpr UINT CB_FINDSTRING = 0x014C; // beginning with, ignoring case, after item wParam, wrapping
-constexpr UINT CB_SELECTSTRING = 0x014D;
-constexpr UINT CB_SETCURSEL = 0x014E;
-constexpr UINT CB_GETITEMDATA = 0x0150;
-constexpr UINT CB_SETITEMDATA = 0x0151;
-constexpr UINT CB_GETDROPPEDSTATE = 0x0157;
-constexpr UINT CB_FINDSTRINGEXACT = 0x0158; // the whole text, ignoring case
-
-constexpr WORD LBN_SELCHANGE = 1;
-constexpr int LB_ERR = -1;
-constexpr UINT LB_INSERTSTRING = 0x0181;
-constexpr UINT LB_RESETCONTENT = 0x0184;
-constexpr UINT LB_SETCURSEL = 0x0186;
-constexpr UINT LB_GETCURSEL = 0x0188;
-constexpr UINT LB_GETTEXT = 0x0189;
-constexpr UINT LB_GETITEMDATA = 0x0199;
-constexpr UINT LB_SETITEMDATA = 0x019A;
-
-constexpr int SB_LINEUP = 0;
-constexpr int SB_LINEDOWN = 1;
-constexpr int SB_ENDSCROLL = 8;
-
 constexpr DWORD TBS_AUTOTICKS = 0x0001;
 constexpr DWORD TBS_ENABLESELRANGE = 0x0020;
-constexpr UINT TBM_GETPOS = 0x0400;
-constexpr UINT TBM_SETTIC = 0x0404;
-constexpr UINT TBM_SETPOS = 0x0405;
-constexpr UINT TBM_SETRANGE = 0x0406; // lParam: the smallest in the low word, the largest above
-constexpr UINT TBM_CLEARTICS = 0x0409;
-constexpr UINT TBM_SETPAGESIZE = 0x0415;
 
 // Makes the common controls' classes known.
 KV_IMPORT void WINAPI InitCommonControls();
@@ -419,8 +328,6 @@ constexpr UINT PSN_KILLACTIVE = static_cast<UINT>(-201);
 constexpr UINT PSN_APPLY = static_cast<UINT>(-202);
 constexpr UINT PSN_RESET = static_cast<UINT>(-203);
 constexpr UINT PSN_HELP = static_cast<UINT>(-205);
-constexpr LONG PSNRET_NOERROR = 0;
-constexpr LONG PSNRET_INVALID = 1;              // the sheet stays open, on the page that said so
 constexpr LONG PSNRET_INVALID_NOCHANGEPAGE = 2; // the sheet stays open, on the page shown
 
 struct NMHDR {
@@ -496,13 +403,9 @@ KV_IMPORT BOOL WINAPI DeleteDC(HDC hdc);
 // ---------------------------------------------------------------------------------------------
 // gdi: objects
 
-constexpr int WHITE_BRUSH = 0;
 constexpr int BLACK_BRUSH = 4;
 constexpr int WHITE_PEN = 6;
 constexpr int BLACK_PEN = 7;
-constexpr int SYSTEM_FONT = 13;
-constexpr int PS_SOLID = 0;
-constexpr int PS_DOT = 2;
 
 struct BITMAP {
     LONG bmType, bmWidth, bmHeight, bmWidthBytes;
@@ -512,9 +415,7 @@ struct BITMAP {
 KV_IMPORT HBITMAP WINAPI LoadBitmapA(HINSTANCE hInstance, LPCSTR lpBitmapName);
 // Bytes written: a BITMAP, of a bitmap.
 KV_IMPORT int WINAPI GetObjectA(HGDIOBJ h, int c, LPVOID pv);
-KV_IMPORT HPEN WINAPI CreatePen(int iStyle, int cWidth, COLORREF color);
 KV_IMPORT HBRUSH WINAPI CreateSolidBrush(COLORREF color);
-KV_IMPORT HRGN WINAPI CreateRectRgnIndirect(const RECT *lprect);
 KV_IMPORT HGDIOBJ WINAPI GetStockObject(int i);
 // The object selected before; null when this one cannot be selected.
 KV_IMPORT HGDIOBJ WINAPI SelectObject(HDC hdc, HGDIOBJ h);
@@ -527,15 +428,6 @@ KV_IMPORT BOOL WINAPI SetBrushOrgEx(HDC hdc, int x, int y, POINT *lppt);
 
 constexpr DWORD SRCCOPY = 0x00CC0020;
 constexpr int TRANSPARENT = 1;
-constexpr int OPAQUE = 2;
-constexpr UINT ETO_OPAQUE = 2;
-constexpr UINT ETO_CLIPPED = 4;
-
-constexpr int COLOR_WINDOW = 5;
-constexpr int COLOR_WINDOWTEXT = 8;
-constexpr int COLOR_HIGHLIGHT = 13;
-constexpr int COLOR_HIGHLIGHTTEXT = 14;
-constexpr int COLOR_GRAYTEXT = 17;
 
 constexpr COLORREF RGB(BYTE r, BYTE g, BYTE b)
 {
@@ -552,14 +444,11 @@ KV_IMPORT COLORREF WINAPI SetTextColor(HDC hdc, COLORREF color);
 KV_IMPORT COLORREF WINAPI SetBkColor(HDC hdc, COLORREF color);
 KV_IMPORT int WINAPI SetBkMode(HDC hdc, int mode);
 KV_IMPORT BOOL WINAPI GetTextMetricsA(HDC hdc, TEXTMETRICA *lptm);
-KV_IMPORT BOOL WINAPI ExtTextOutA(HDC hdc, int x, int y, UINT options, const RECT *lprect,
-                                  LPCSTR lpString, UINT c, const INT *lpDx);
 KV_IMPORT BOOL WINAPI MoveToEx(HDC hdc, int x, int y, POINT *lppt);
 KV_IMPORT BOOL WINAPI LineTo(HDC hdc, int x, int y); // without the last point
 KV_IMPORT int WINAPI FrameRect(HDC hDC, const RECT *lprc, HBRUSH hbr);
 // Exclusive or: drawn twice it is gone.
 KV_IMPORT BOOL WINAPI DrawFocusRect(HDC hDC, const RECT *lprc);
-KV_IMPORT BOOL WINAPI FillRgn(HDC hdc, HRGN hrgn, HBRUSH hbr);
 KV_IMPORT BOOL WINAPI BitBlt(HDC hdc, int x, int y, int cx, int cy, HDC hdcSrc, int x1, int y1,
                              DWORD rop);
 KV_IMPORT BOOL WINAPI StretchBlt(HDC hdcDest, int xDest, int yDest, int wDest, int hDest,

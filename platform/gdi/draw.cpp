@@ -2,6 +2,7 @@
 #include <cstdlib>
 
 #include "platform/gdi/gdi.h"
+#include "platform/served.h"
 
 namespace kvp
 {

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "platform/display/display.h"
+#include "platform/served.h"
 #include "platform/user/combo.h"
 #include "platform/user/scroll.h"
 

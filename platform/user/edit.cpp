@@ -5,6 +5,7 @@
 
 #include "platform/display/display.h"
 #include "platform/kernel/internal.h"
+#include "platform/served.h"
 
 namespace kvp
 {

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "platform/kernel/internal.h"
+#include "platform/served.h"
 
 namespace kvp
 {

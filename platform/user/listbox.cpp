@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "platform/served.h"
 #include "platform/user/scroll.h"
 
 namespace kvp

@@ -1,4 +1,5 @@
 // Check boxes and radio buttons: the mark at the left, the text beside it.
+#include "platform/served.h"
 #include "platform/user/button.h"
 
 namespace kvp

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "platform/kernel/internal.h"
+#include "platform/served.h"
 #include "platform/user/button.h"
 #include "platform/user/systext.h"
 #include "platform/user/transcript.h"

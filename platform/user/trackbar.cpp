@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/served.h"
 #include "platform/user/scrollbar.h"
 
 namespace kvp

@@ -6,6 +6,7 @@
 #include "base/module.h"
 #include "dialogs/helpers.h"
 #include "dialogs/pages.h"
+#include "platform/served.h"
 #include "tests/dialogs/dialogs_fixture.h"
 
 namespace

@@ -8,6 +8,7 @@
 #include "dialogs/helpers.h"
 #include "dialogs/pages.h"
 #include "interface/sheet.h"
+#include "platform/served.h"
 #include "resources/main_ids.h"
 #include "resources/utility_ids.h"
 #include "tests/dialogs/dialogs_fixture.h"

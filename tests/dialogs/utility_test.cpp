@@ -3,6 +3,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "platform/served.h"
 #include "resources/utility_ids.h"
 #include "tests/dialogs/dialogs_fixture.h"
 

@@ -1,4 +1,5 @@
 // Dialogs: templates, results of procedures, the keyboard, painting and its order.
+#include "platform/served.h"
 #include "tests/platform/user_fixture.h"
 
 using Dialogs = UserTest;

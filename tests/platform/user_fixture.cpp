@@ -1,4 +1,5 @@
 #include "tests/platform/user_fixture.h"
+#include "platform/served.h"
 
 #include <algorithm>
 

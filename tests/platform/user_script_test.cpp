@@ -5,6 +5,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "platform/served.h"
 #include "tests/platform/user_fixture.h"
 
 using ::testing::HasSubstr;

@@ -1,4 +1,5 @@
 #include "tests/support/person.h"
+#include "platform/served.h"
 
 #include <gtest/gtest.h>
 

@@ -9,7 +9,6 @@
 #include "dialogs/pages.h"
 #include "interface/sheet.h"
 #include "resources/main_ids.h"
-#include "resources/utility_ids.h"
 #include "tests/dialogs/dialogs_fixture.h"
 
 namespace

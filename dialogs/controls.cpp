@@ -15,7 +15,7 @@ HWND CreateSlideTrackBar(HWND hParent, int x, int y, int nWidth, int nHeight, in
 int GetTextHeight(HWND hWnd)
 {
     TEXTMETRICA tm{};
-    const HDC hdc = GetDC(hWnd);
+    HDC hdc = GetDC(hWnd);
     GetTextMetricsA(hdc, &tm);
     ReleaseDC(hWnd, hdc);
     return tm.tmHeight;

@@ -186,7 +186,7 @@ static void DrawLine(HDC hdc, int x1, int y1, int x2, int y2)
 // The light falls from above: raised is white at the left and top, sunken at the right and bottom.
 static void DrawEdges(HDC hdc, const RECT &rc, int nRightPen, int nLeftPen)
 {
-    const HGDIOBJ hOld = SelectObject(hdc, GetStockObject(nRightPen));
+    HGDIOBJ hOld = SelectObject(hdc, GetStockObject(nRightPen));
     for (const LONG x : {rc.right - 1, rc.right - 2})
         DrawLine(hdc, x, rc.top, x, rc.bottom);
     for (const LONG y : {rc.bottom - 1, rc.bottom - 2})

@@ -1,5 +1,5 @@
 // Context help: which topic belongs to which control, and how the help engine is asked.
-#include <algorithm>
+#include <memory>
 #include <string>
 
 #include "base/modeltable.h"
@@ -9,7 +9,8 @@
 
 void GetHelpPathEx(LPSTR lpPath, LPCWSTR lpModel, HANDLE hPrinter)
 {
-    const GlobalPtr<char> model(PreUnicodeToShiftJIS(lpModel));
+    const std::unique_ptr<char, ReleaseWith<PostUnicodeToShiftJIS>> model(
+        PreUnicodeToShiftJIS(lpModel));
     const LocalPtr<char> directory(GetPrinterDriverPath(hPrinter));
     const std::string strPath = (directory ? directory.get() : std::string()) +
                                 Get_HelpName(model ? model.get() : "") + ".HLP";

@@ -9,7 +9,7 @@ static void WithPicture(HDC hdc, HBITMAP hPicture, Copy copy)
     BITMAP size{};
     GetObjectA(hPicture, sizeof size, &size);
     const std::unique_ptr<HDC__, ReleaseWith<DeleteDC>> memory(CreateCompatibleDC(hdc));
-    const HGDIOBJ hOld = SelectObject(memory.get(), hPicture);
+    HGDIOBJ hOld = SelectObject(memory.get(), hPicture);
     copy(memory.get(), size);
     SelectObject(memory.get(), hOld);
 }

@@ -3,9 +3,7 @@
 #include <cstring>
 
 #include "base/modeltable.h"
-#include "base/module.h"
 #include "dialogs/helpers.h"
-#include "dialogs/pages.h"
 #include "platform/served.h"
 #include "tests/dialogs/dialogs_fixture.h"
 

@@ -1,6 +1,6 @@
 // The sheet's state: where it comes from, who sees it, and what happens without it. The sheet runs
 // inside the test here, with the module's resources as a library.
-#include <cstring>
+#include <array>
 
 #include "base/modeltable.h"
 #include "base/module.h"
@@ -10,12 +10,12 @@
 #include "interface/sheet.h"
 #include "platform/served.h"
 #include "resources/main_ids.h"
-#include "resources/utility_ids.h"
 #include "tests/dialogs/dialogs_fixture.h"
 
 namespace
 {
 
+using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 class State : public DialogsTest
@@ -129,6 +129,29 @@ TEST_F(State, PagesAnswerTheSheetsNotices)
             EXPECT_EQ(Notice(PaperUIDlgProc, row.code), row.paper);
             EXPECT_EQ(Notice(UtyUIDlgProc, row.code), row.utility);
         }
+    };
+    EXPECT_EQ(Enter({look, "ok"}), 1);
+}
+
+TEST_F(State, PagesMakeTrackbarsAndTakeTextsFromTheModel)
+{
+    const auto look = [this] {
+        HWND hDlg = kvp::TopWindow();
+        HWND hBar = CreateSlideTrackBar(hDlg, 10, 20, 100, 30, IDC_MAIN_LEVEL);
+        EXPECT_EQ(Shown(IDC_MAIN_LEVEL), hBar);
+        POINT at{10, 20};
+        ClientToScreen(hDlg, &at);
+        RECT rc{};
+        GetWindowRect(hBar, &rc);
+        EXPECT_THAT((std::array{rc.left, rc.top, rc.right, rc.bottom}),
+                    ElementsAre(at.x, at.y, at.x + 100, at.y + 30));
+        char szText[256];
+        EXPECT_TRUE(SetStaticText(block.hResLib, hDlg, IDC_MAIN_LEVEL_LEFT, 6660));
+        GetDlgItemTextA(hDlg, IDC_MAIN_LEVEL_LEFT, szText, sizeof szText);
+        EXPECT_STREQ(szText, "CleanHeads");
+        EXPECT_TRUE(SetStaticText(block.hResLib, hDlg, IDC_MAIN_LEVEL_LEFT, 9999));
+        GetDlgItemTextA(hDlg, IDC_MAIN_LEVEL_LEFT, szText, sizeof szText);
+        EXPECT_STREQ(szText, "") << "a missing text";
     };
     EXPECT_EQ(Enter({look, "ok"}), 1);
 }

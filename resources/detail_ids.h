@@ -1,5 +1,5 @@
-// The More Settings dialog, which is the model's: numbers of its template, of the controls that have
-// help, and its help contexts. Macros only.
+// The More Settings dialog, which is the model's: numbers of its template, of the controls that
+// have help, and its help contexts. Macros only.
 #ifndef KV_RESOURCES_DETAIL_IDS_H
 #define KV_RESOURCES_DETAIL_IDS_H
 

@@ -22,7 +22,7 @@
 #define NO_ID 0xFFFF
 
 #define PAGE_STYLE WS_CHILD | WS_DISABLED | WS_CAPTION
-#define DRAWN_LIST \
+#define DRAWN_LIST                                                                                 \
     CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS | CBS_SORT | WS_VSCROLL | WS_TABSTOP
 /* Pictures that only show something take neither focus nor clicks. */
 #define DRAWN_PICTURE BS_OWNERDRAW | WS_DISABLED

@@ -31,6 +31,19 @@ static PROPSHEETHEADERA psh;
 static std::array<PROPSHEETPAGEA, std::size(aPages)> psp;
 static bool bSheetOpen;
 
+// However a sheet ends, the next one may open, and nobody keeps the handle of its library.
+struct OpenSheet {
+    explicit OpenSheet(CBSTRUC *lpBlock) : lpcbstruc(lpBlock) { bSheetOpen = true; }
+    ~OpenSheet()
+    {
+        lpcbstruc->hResLib = UIInstance.hResLib = nullptr;
+        bSheetOpen = false;
+    }
+    OpenSheet(const OpenSheet &) = delete;
+    OpenSheet &operator=(const OpenSheet &) = delete;
+    CBSTRUC *lpcbstruc;
+};
+
 static void FillPages(HINSTANCE hInstance, CBSTRUC *lpcbstruc)
 {
     for (size_t i = 0; i < psp.size(); ++i) {
@@ -87,10 +100,8 @@ LONG UIEnterDevMode(DriverDevMode *lpDM, HINSTANCE hInstance, HWND hWnd, LONG, C
 {
     if (bSheetOpen)
         return -1;
-    bSheetOpen = true;
-    const LONG lResult = ShowSheet(lpDM, hInstance, hWnd, lpcbstruc);
-    bSheetOpen = false;
-    return lResult;
+    const OpenSheet open(lpcbstruc);
+    return ShowSheet(lpDM, hInstance, hWnd, lpcbstruc);
 }
 
 LONG RunSheet(DriverDevMode *lpDM, HWND hWnd, HANDLE hPrinter)

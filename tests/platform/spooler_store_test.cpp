@@ -152,6 +152,7 @@ TEST_F(SpoolerStore, APrinterKeepsItsNameAndIsThereOnce)
 TEST_F(SpoolerStore, AHundredProcessesAddingAtOnceLoseNothing)
 {
     std::vector<std::unique_ptr<Other>> others;
+    others.reserve(100);
     for (int i = 0; i < 100; ++i)
         others.push_back(std::make_unique<Other>(
             [i] { kvp::AddQueue("Printer " + std::to_string(i), "KORVA Q1"); }));

@@ -67,8 +67,6 @@ TEST_P(ModelCheck, NamesLineAndKey)
     EXPECT_TRUE(bFound) << "wanted " << start << "..." << row.text << "\ntold\n" << all;
 }
 
-constexpr const char *EXTRA_PAPER = "[[paper]]\nid = \"a4\"\nsize = \"210 x 297 mm\"\n\n";
-
 const Change aSyntax[] = {
     {"an unknown key", "code = 20", "code = 20, colour = 1", "media[0].colour", "no such key"},
     {"a key of the whole inside a record", "preview = 2", "user_slots = 2", "paper[2].user_slots",

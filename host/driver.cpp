@@ -34,7 +34,7 @@ HMODULE LoadDriver()
 {
     const std::string strPath = FindDriver();
     std::string strReason;
-    const HMODULE hLibrary = kvp::LoadHostLibrary(strPath, &strReason);
+    HMODULE hLibrary = kvp::LoadHostLibrary(strPath, &strReason);
     if (!hLibrary)
         throw Failure(EXIT_REFUSED, fmt::format("the driver cannot be loaded: {}; check --os "
                                                 "and the model table under --root",

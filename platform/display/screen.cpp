@@ -34,7 +34,7 @@ Screen ScreenFromEnvironment()
 {
     Screen screen;
     screen.strDisplay = Variable("KV_DISPLAY");
-    if (screen.strDisplay != "" && screen.strDisplay != "sdl" && screen.strDisplay != "headless")
+    if (!screen.strDisplay.empty() && screen.strDisplay != "sdl" && screen.strDisplay != "headless")
         throw std::invalid_argument("KV_DISPLAY must be sdl or headless, not \"" +
                                     screen.strDisplay + "\"");
     screen.nScale = ParseScale(Variable("KV_SCALE"));

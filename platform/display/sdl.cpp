@@ -192,7 +192,7 @@ static bool WaitForInput(Input &input)
 static std::string ReadClipboard()
 {
     char *text = SDL_GetClipboardText();
-    const std::string copy = text ? text : "";
+    std::string copy = text ? text : "";
     SDL_free(text);
     return copy;
 }

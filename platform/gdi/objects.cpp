@@ -85,7 +85,7 @@ HDC NewDc(std::shared_ptr<Surface> target, POINT origin, const RECT &clip, HWND 
     dc->pen = Stock(BLACK_PEN);
     dc->brush = Stock(WHITE_BRUSH);
     dc->font = Stock(SYSTEM_FONT);
-    const HDC hdc = reinterpret_cast<HDC>(dc.get());
+    HDC hdc = reinterpret_cast<HDC>(dc.get());
     Contexts()[hdc] = std::move(dc);
     return hdc;
 }
@@ -204,7 +204,7 @@ HGDIOBJ SelectObject(HDC hdc, HGDIOBJ h)
 
 HDC CreateCompatibleDC(HDC)
 {
-    const HDC hdc = NewDc(nullptr, {}, {}, nullptr);
+    HDC hdc = NewDc(nullptr, {}, {}, nullptr);
     DcOf(hdc)->memory = true;
     return hdc;
 }

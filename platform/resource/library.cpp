@@ -204,7 +204,7 @@ void Close(std::unique_ptr<Library> library)
 HMODULE Attach(std::unique_ptr<Library> opened, const std::string &name, Failure &failure)
 {
     const Library *library = Loaded().emplace_back(std::move(opened)).get();
-    const HMODULE module = HandleOf(*library);
+    HMODULE module = HandleOf(*library);
     if (Notify(*library, PROCESS_ATTACH)) {
         CountLibrary(1);
         return module;
@@ -272,7 +272,7 @@ HMODULE LoadHostLibrary(const std::string &hostPath, std::string *reason)
     Failure failure;
     FoundFile file;
     file.strHostPath = hostPath;
-    const HMODULE module = LoadFile(file, failure);
+    HMODULE module = LoadFile(file, failure);
     if (!module) {
         SetLastError(failure.error);
         if (reason)

@@ -150,7 +150,7 @@ void ListBox::DrawNow(int index, UINT action)
 {
     if (index < first || index >= std::min(first + ItemsShown(), items.Count()))
         return;
-    const HDC hdc = WindowDc(*this, Shrunk(Client(), 1));
+    HDC hdc = WindowDc(*this, Shrunk(Client(), 1));
     SetBkColor(hdc, AskColors(*this, hdc, WM_CTLCOLORLISTBOX));
     DrawItem(hdc, index, action);
     FreeDc(hdc);

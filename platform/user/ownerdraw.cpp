@@ -28,14 +28,14 @@ void OwnerButton::Paint(HDC hdc)
 
 void OwnerButton::FocusChanged(bool)
 {
-    const HDC hdc = GetDC(Handle());
+    HDC hdc = GetDC(Handle());
     DrawNow(hdc, ODA_FOCUS);
     ReleaseDC(Handle(), hdc);
 }
 
 void OwnerButton::HeldChanged()
 {
-    const HDC hdc = GetDC(Handle());
+    HDC hdc = GetDC(Handle());
     DrawNow(hdc, ODA_SELECT);
     ReleaseDC(Handle(), hdc);
 }

@@ -78,7 +78,7 @@ static void PaintFrame(Window &top)
     if (!top.framed)
         return;
     const int w = Width(top.rc), h = Height(top.rc);
-    const HDC hdc = NewDc(top.surface, {}, {0, 0, w, h}, nullptr);
+    HDC hdc = NewDc(top.surface, {}, {0, 0, w, h}, nullptr);
     const bool active = ActiveWindow() == &top;
     for (const RECT &side : {RECT{0, 0, w, FRAME_TOP}, RECT{0, h - FRAME_SIDE, w, h},
                              RECT{0, 0, FRAME_SIDE, h}, RECT{w - FRAME_SIDE, 0, w, h}})

@@ -50,7 +50,7 @@ Window *Window::Of(HWND hwnd)
 static void PaintItself(Window &window)
 {
     PAINTSTRUCT ps;
-    const HDC hdc = BeginPaint(window.Handle(), &ps);
+    HDC hdc = BeginPaint(window.Handle(), &ps);
     window.Paint(hdc);
     EndPaint(window.Handle(), &ps);
 }

@@ -41,9 +41,9 @@ template <class Function>
 void Check(const GreyRow &row, Function change)
 {
     SCOPED_TRACE(row.why);
-    const HDC hdc = CreateCompatibleDC(nullptr);
+    HDC hdc = CreateCompatibleDC(nullptr);
     HBRUSH hBrush = row.bBefore ? CreateSolidBrush(LIGHT_GREY) : nullptr;
-    const HBRUSH hBefore = hBrush;
+    HBRUSH hBefore = hBrush;
     const INT_PTR nAnswer = change(&hBrush, row.uMsg, reinterpret_cast<WPARAM>(hdc), LPARAM{0});
     EXPECT_EQ(nAnswer, Number(row.answer, hBrush));
     EXPECT_EQ(hBrush != nullptr, row.bAfter);

@@ -20,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     if (size >= 4 && std::memcmp(data, "\177ELF", 4) == 0)
         return 0;
     kvp::PutMemoryFile(std::string(SYSTEM_DIR) + "FUZZ.DLL", {data, size});
-    const HMODULE module = LoadLibraryA("FUZZ.DLL");
+    HMODULE module = LoadLibraryA("FUZZ.DLL");
     for (const LANGID language : {0x0409, 0x0411, 0x0407}) {
         machine.wLang = language;
         kvp::Configure(machine);

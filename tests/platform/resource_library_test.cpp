@@ -38,7 +38,7 @@ const struct {
 
 TEST_F(ResourceLibrary, TextsComeInTheNearestLanguage)
 {
-    const HMODULE module = LoadLibraryA(SAMPLE);
+    HMODULE module = LoadLibraryA(SAMPLE);
     ASSERT_NE(module, nullptr);
     for (const auto &row : aFallbacks) {
         SCOPED_TRACE(row.why);
@@ -65,7 +65,7 @@ TEST_F(ResourceLibrary, TheNeutralTextComesFirstWhereverItStands)
 
     machine.wLang = 0x0807;
     Apply();
-    const HMODULE module = LoadLibraryA(SAMPLE);
+    HMODULE module = LoadLibraryA(SAMPLE);
     EXPECT_EQ(StringOf(module, LANGUAGES_MANY), "0007");
     FreeLibrary(module);
 }
@@ -91,7 +91,7 @@ const struct {
 
 TEST_F(ResourceLibrary, TextsAreCutToTheBufferAtACharacter)
 {
-    const HMODULE module = LoadLibraryA(SAMPLE);
+    HMODULE module = LoadLibraryA(SAMPLE);
     for (const auto &row : aCuts) {
         SCOPED_TRACE(row.why);
         machine.wLang = row.wUser;
@@ -111,7 +111,7 @@ TEST_F(ResourceLibrary, WideTextsAreCutToTheBuffer)
 {
     machine.wLang = 0x0411;
     Apply();
-    const HMODULE module = LoadLibraryA(SAMPLE);
+    HMODULE module = LoadLibraryA(SAMPLE);
     WCHAR buffer[6] = {u'#', u'#', u'#', u'#', u'#', u'#'};
     EXPECT_EQ(LoadStringW(module, TEXT_GLOSSY, buffer, 5), 4);
     EXPECT_EQ(std::u16string(buffer), u"光沢紙A");
@@ -121,7 +121,7 @@ TEST_F(ResourceLibrary, WideTextsAreCutToTheBuffer)
 
 TEST_F(ResourceLibrary, AMissingTextIsEmpty)
 {
-    const HMODULE module = LoadLibraryA(SAMPLE);
+    HMODULE module = LoadLibraryA(SAMPLE);
     EXPECT_EQ(StringOf(module, TEXT_LAST), "last");
     for (UINT uId : std::initializer_list<UINT>{TEXT_EMPTY, TEXT_LAST - 1, TEXT_LAST + 1, 0,
                                                 TEXT_GLOSSY + 0x10000, ~0u}) {
@@ -142,7 +142,7 @@ TEST_F(ResourceLibrary, AMissingTextIsEmpty)
 std::vector<std::string> AllTexts()
 {
     std::vector<std::string> texts;
-    const HMODULE module = LoadLibraryA(SAMPLE);
+    HMODULE module = LoadLibraryA(SAMPLE);
     for (UINT uId :
          {LANGUAGES_MANY, LANGUAGES_TWO, LANGUAGES_BRITISH, TEXT_GLOSSY, TEXT_EMPTY, TEXT_LAST})
         texts.push_back(StringOf(module, uId));
@@ -214,7 +214,7 @@ TEST_F(ResourceLibrary, IsFoundByName)
     kvp::PutMemoryFile("C:\\winnt35\\v1.0\\SAMPLE.DLL", sample);
     for (const auto &row : aNames) {
         SCOPED_TRACE(row.why);
-        const HMODULE module = LoadLibraryA(row.name);
+        HMODULE module = LoadLibraryA(row.name);
         EXPECT_EQ(module != nullptr, row.bFound);
         EXPECT_EQ(FreeLibrary(module), row.bFound);
     }
@@ -251,7 +251,7 @@ TEST_F(ResourceLibrary, StaysUntilItsLastReferenceIsFreed)
     // On disk, and by two names: it is the file that counts.
     const std::string host = machine.strRoot + "/sample.dll";
     PutHostFile(host, sample);
-    const HMODULE module = kvp::LoadHostLibrary(host);
+    HMODULE module = kvp::LoadHostLibrary(host);
     ASSERT_NE(module, nullptr);
     EXPECT_EQ(kvp::LoadHostLibrary(machine.strRoot + "/./sample.dll"), module);
     EXPECT_NE(kvp::CurrentlyHeld().nLibraries, 0u);

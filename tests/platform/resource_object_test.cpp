@@ -21,7 +21,7 @@ class SharedObject : public MachineTest
 
 TEST_F(SharedObject, StartsWithItsFirstLoadAndStopsWithItsLastFree)
 {
-    const HMODULE module = kvp::LoadHostLibrary(KV_SAMPLE_OBJECT);
+    HMODULE module = kvp::LoadHostLibrary(KV_SAMPLE_OBJECT);
     ASSERT_NE(module, nullptr);
     EXPECT_THAT(BoxesShown(), ElementsAre("start: last"));
     EXPECT_EQ(kvp::LoadHostLibrary(KV_SAMPLE_OBJECT), module);
@@ -41,7 +41,7 @@ TEST_F(SharedObject, StartsWithItsFirstLoadAndStopsWithItsLastFree)
 TEST_F(SharedObject, IsToldByItsBytesNotItsName)
 {
     PutHostFile(machine.strRoot + "/maintain.dll", HostFile(KV_SAMPLE_OBJECT));
-    const HMODULE module = kvp::LoadHostLibrary(machine.strRoot + "/maintain.dll");
+    HMODULE module = kvp::LoadHostLibrary(machine.strRoot + "/maintain.dll");
     EXPECT_THAT(BoxesShown(), ElementsAre("start: last"));
     EXPECT_NE(kvp::FindProc(module, "Answer"), nullptr);
     EXPECT_TRUE(FreeLibrary(module));
@@ -59,7 +59,7 @@ TEST_F(SharedObject, ARefusalRefusesTheLoad)
 
     machine.dwMajor = 3;
     Apply();
-    const HMODULE module = kvp::LoadHostLibrary(KV_SAMPLE_OBJECT);
+    HMODULE module = kvp::LoadHostLibrary(KV_SAMPLE_OBJECT);
     EXPECT_NE(module, nullptr) << "a refusal is not remembered";
     FreeLibrary(module);
 }
@@ -68,7 +68,7 @@ TEST_F(SharedObject, WhatItNeedsIsNotItsOwn)
 {
     machine.dwMajor = 4; // what it needs would refuse to start
     Apply();
-    const HMODULE module = kvp::LoadHostLibrary(KV_PLAIN_OBJECT);
+    HMODULE module = kvp::LoadHostLibrary(KV_PLAIN_OBJECT);
     ASSERT_NE(module, nullptr);
     EXPECT_NE(kvp::FindProc(module, "TwiceTheAnswer"), nullptr);
     EXPECT_EQ(kvp::FindProc(module, "Answer"), nullptr);
@@ -114,7 +114,7 @@ TEST_F(DamagedSections, CutOffGiveNone)
     for (size_t size : {size_t{0}, size_t{63}, size_t{64 * 4}}) {
         SCOPED_TRACE(size);
         PutHostFile(path, std::span(object).first(SectionsAt() + size));
-        const HMODULE module = kvp::LoadHostLibrary(path);
+        HMODULE module = kvp::LoadHostLibrary(path);
         ASSERT_NE(module, nullptr);
         EXPECT_EQ(StringOf(module, TEXT_LAST), "");
         FreeLibrary(module);

@@ -58,7 +58,7 @@ TEST_F(DriverTexts, EveryLanguageIsThereItself)
 TEST_F(DriverTexts, EveryLanguageHasEveryText)
 {
     kvp::PutMemoryFile(RESOURCES, file);
-    const HMODULE module = LoadLibraryA(RESOURCES);
+    HMODULE module = LoadLibraryA(RESOURCES);
     for (LANGID wLang : aLanguages) {
         SCOPED_TRACE(wLang);
         machine.wLang = wLang;
@@ -85,7 +85,7 @@ TEST_F(DriverTexts, TheDriverCarriesThem)
 TEST_F(DriverTexts, EnglishForAllOtherLanguages)
 {
     kvp::PutMemoryFile(RESOURCES, file);
-    const HMODULE module = LoadLibraryA(RESOURCES);
+    HMODULE module = LoadLibraryA(RESOURCES);
     machine.wLang = 0x0411;
     Apply();
     EXPECT_EQ(StringOf(module, IDS_INSTALL_2),

@@ -144,7 +144,7 @@ TEST_F(ModelPictures, FitTheirControls)
 {
     for (const char *library : {KV_SMALL_UI, KV_LARGE_UI}) {
         SCOPED_TRACE(library);
-        const HMODULE module = kvp::LoadHostLibrary(library);
+        HMODULE module = kvp::LoadHostLibrary(library);
         ASSERT_NE(module, nullptr);
         for (const auto &place : aPlaces) {
             const Item control = ItemOf(PageIn(place.page, ENGLISH), place.control);

@@ -73,7 +73,7 @@ TEST_F(Samples, EveryTextIsThereInBothLanguages)
         for (const LANGID language : {LANGID{0x0409}, LANGID{0x0411}}) {
             machine.wLang = language;
             Apply();
-            const HMODULE module = LoadLibraryA(library.c_str());
+            HMODULE module = LoadLibraryA(library.c_str());
             ASSERT_NE(module, nullptr);
             for (const UINT id : TextsOf(model)) {
                 SCOPED_TRACE(std::to_string(id) + " " + sample.name);

@@ -226,7 +226,7 @@ int GetSystemMetrics(int nIndex)
     // SM_CYDLGFRAME from the top.
     switch (nIndex) {
     case SM_CXBORDER: return 1;
-    case SM_CXFRAME: return FRAME_SIDE - 1;
+    case SM_CXFRAME:
     case SM_CYDLGFRAME: return FRAME_SIDE - 1;
     case SM_CYCAPTION: return FRAME_TOP - FRAME_SIDE + 1;
     default: return 0;

@@ -35,7 +35,7 @@ Dialog::Dialog(Window *dialogParent, const DialogTemplate &shape, int templateId
 
 Dialog::~Dialog()
 {
-    Message(WM_DESTROY, 0, 0);
+    Dialog::Message(WM_DESTROY, 0, 0);
     while (!children.empty())
         delete children.back();
 }

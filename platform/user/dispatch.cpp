@@ -1,5 +1,7 @@
 // One input of the person carried out: which window it is for, and what happens to the focus, the
 // mouse and an open list before that window gets it.
+#include <ranges>
+
 #include "platform/user/dialog.h"
 #include "platform/user/help.h"
 #include "platform/user/window.h"
@@ -12,10 +14,9 @@ static Window *dragged;
 
 static Window *TopAt(POINT at)
 {
-    const std::vector<Window *> &tops = TopLevels();
-    for (auto top = tops.rbegin(); top != tops.rend(); ++top)
-        if ((*top)->visible && Contains((*top)->rc, at))
-            return *top;
+    for (Window *top : std::views::reverse(TopLevels()))
+        if (top->visible && Contains(top->rc, at))
+            return top;
     return nullptr;
 }
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <optional>
+#include <ranges>
 #include <utility>
 
 #include "platform/display/display.h"
@@ -73,9 +74,9 @@ void CloseHelpIfAsked()
     if (!wasActive)
         return;
     // Whatever lies on top now and can be used is the one that the person goes on with.
-    for (auto top = TopLevels().rbegin(); top != TopLevels().rend(); ++top)
-        if ((*top)->visible && (*top)->enabled && (*top)->framed) {
-            Activate(*top);
+    for (Window *top : std::views::reverse(TopLevels()))
+        if (top->visible && top->enabled && top->framed) {
+            Activate(top);
             return;
         }
 }

@@ -113,8 +113,10 @@ static bool PaintTree(Window &window)
         PaintOne(window);
         painted = true;
     }
-    for (size_t i = 0; i < window.children.size(); ++i)
-        painted |= PaintTree(*window.children[i]);
+    // Whoever paints may make children or take some away.
+    size_t i = 0;
+    while (i < window.children.size())
+        painted |= PaintTree(*window.children[i++]);
     return painted;
 }
 

@@ -10,7 +10,9 @@ static Window *DefaultOf(Window &button)
 {
     Window *top = button.Top();
     const auto *dialog = dynamic_cast<Dialog *>(top);
-    return dialog ? dialog->DefaultButton() : top->Child(IDOK);
+    if (dialog)
+        return dialog->DefaultButton();
+    return top ? top->Child(IDOK) : nullptr;
 }
 
 bool PushButton::IsDefault()

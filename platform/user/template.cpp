@@ -53,7 +53,7 @@ static std::u16string ClassOf(Reader &reader)
     static constexpr const char16_t *aNames[] = {u"button",  u"edit",      u"static",
                                                  u"listbox", u"scrollbar", u"combobox"};
     uint16_t atom;
-    const std::u16string name = reader.TextOrNumber(atom);
+    std::u16string name = reader.TextOrNumber(atom);
     if (atom >= 0x80 && atom - 0x80u < std::size(aNames))
         return aNames[atom - 0x80u];
     return name;

@@ -8,7 +8,6 @@
 #include "tests/support/driver.h"
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 bool operator==(const PaperSize &a, const PaperSize &b)
 {

@@ -4,7 +4,6 @@
 namespace
 {
 
-using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 class Look : public DialogsTest

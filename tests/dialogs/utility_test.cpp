@@ -10,7 +10,6 @@
 namespace
 {
 
-using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 constexpr COLORREF BLACK = RGB(0, 0, 0), WHITE = RGB(255, 255, 255), GREY = RGB(192, 192, 192);

@@ -207,7 +207,7 @@ TEST_F(Dialogs, KeysDoWhatTheyDoInDialogs)
 TEST_F(Dialogs, ALabelsLetterMovesToWhatItLabels)
 {
     Person({"focus 216", "key Alt+t", // both a label and a radio button have it
-            [this] {
+            [] {
                 HWND focus = SetFocus(nullptr);
                 EXPECT_EQ(GetDlgCtrlID(focus), IDC_TEXT);
             },

@@ -33,7 +33,7 @@ static Bytes Dib(int width, int height, int bits, const std::vector<uint32_t> &p
         Bytes row(static_cast<size_t>((width * bits + 31) / 32 * 4));
         for (int x = 0; x < width; ++x) {
             const uint32_t value = pixel(x, y);
-            const size_t bit = static_cast<size_t>(x * bits);
+            const size_t bit = static_cast<size_t>(x) * static_cast<size_t>(bits);
             if (bits >= 8)
                 std::memcpy(&row[bit / 8], &value, static_cast<size_t>(bits / 8));
             else

@@ -32,7 +32,7 @@ class SheetTest : public UserTest
 
 TEST_F(SheetTest, PagesAreMadeWhenTheyAreFirstShown)
 {
-    onMessage = [this](HWND hWnd, UINT uMsg, WPARAM, LPARAM lParam) -> std::optional<INT_PTR> {
+    onMessage = [](HWND hWnd, UINT uMsg, WPARAM, LPARAM lParam) -> std::optional<INT_PTR> {
         if (uMsg == WM_INITDIALOG) {
             const auto *description = reinterpret_cast<const PROPSHEETPAGEA *>(lParam);
             EXPECT_EQ(description->lParam, GetDlgCtrlID(hWnd) - IDD_FIRST + 1000);
@@ -148,7 +148,7 @@ TEST_F(SheetTest, TheFocusStartsInThePageAndStaysWithTheTabs)
                 EXPECT_EQ(GetDlgCtrlID(kvp::TopWindow()), IDD_FIRST);
                 EXPECT_EQ(FocusId(), 0);
             },
-            "key Right", [this] { EXPECT_EQ(GetDlgCtrlID(kvp::TopWindow()), IDD_SECOND); },
+            "key Right", [] { EXPECT_EQ(GetDlgCtrlID(kvp::TopWindow()), IDD_SECOND); },
             // From the last stop of the page on: OK, Cancel, Help, the tabs.
             "focus 220", "key Tab", [this] { EXPECT_EQ(FocusId(), IDOK); }, "key Shift+Tab",
             [this] { EXPECT_EQ(FocusId(), IDC_OWNERNAMES); }, "cancel"});

@@ -1,6 +1,6 @@
 // One input of the person carried out: which window it is for, and what happens to the focus, the
 // mouse and an open list before that window gets it.
-#include <ranges>
+#include <algorithm>
 
 #include "platform/user/dialog.h"
 #include "platform/user/help.h"
@@ -14,10 +14,11 @@ static Window *dragged;
 
 static Window *TopAt(POINT at)
 {
-    for (Window *top : std::views::reverse(TopLevels()))
-        if (top->visible && Contains(top->rc, at))
-            return top;
-    return nullptr;
+    const std::vector<Window *> &tops = TopLevels();
+    const auto top = std::find_if(tops.rbegin(), tops.rend(), [at](const Window *window) {
+        return window->visible && Contains(window->rc, at);
+    });
+    return top == tops.rend() ? nullptr : *top;
 }
 
 // The deepest window that the mouse meets. A disabled one lets it through to its parent.

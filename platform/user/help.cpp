@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <charconv>
 #include <optional>
-#include <ranges>
 #include <utility>
 
 #include "platform/display/display.h"
@@ -74,11 +73,12 @@ void CloseHelpIfAsked()
     if (!wasActive)
         return;
     // Whatever lies on top now and can be used is the one that the person goes on with.
-    for (Window *top : std::views::reverse(TopLevels()))
-        if (top->visible && top->enabled && top->framed) {
-            Activate(top);
-            return;
-        }
+    const std::vector<Window *> &tops = TopLevels();
+    const auto top = std::find_if(tops.rbegin(), tops.rend(), [](const Window *other) {
+        return other->visible && other->enabled && other->framed;
+    });
+    if (top != tops.rend())
+        Activate(*top);
 }
 
 // Beside the window that asked, as far as the screen goes.

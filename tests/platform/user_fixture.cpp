@@ -26,23 +26,15 @@ UserTest::~UserTest()
 
 void UserTest::Person(std::vector<Step> steps)
 {
-    aSteps.assign(steps.begin(), steps.end());
-    kvp::SetInputSource([this]() -> std::optional<std::string> {
-        if (aSteps.empty())
-            return std::nullopt;
-        const Step step = aSteps.front();
-        aSteps.pop_front();
-        if (const auto *line = std::get_if<const char *>(&step))
-            return *line;
-        std::get<std::function<void()>>(step)();
-        return "";
-    });
+    person.Will(std::move(steps));
 }
 
 void UserTest::CheckPlay()
 {
-    EXPECT_EQ(kvp::CurrentPlay().bFailed, bPlayFails) << kvp::CurrentPlay().strWhy;
-    EXPECT_TRUE(aSteps.empty() || bPlayFails) << aSteps.size() << " steps are left";
+    if (bPlayFails)
+        EXPECT_TRUE(kvp::CurrentPlay().bFailed);
+    else
+        person.ExpectDone();
 }
 
 INT_PTR UserTest::Dialog(int id)

@@ -3,17 +3,16 @@
 #ifndef KV_TESTS_PLATFORM_USER_FIXTURE_H
 #define KV_TESTS_PLATFORM_USER_FIXTURE_H
 
-#include <deque>
 #include <functional>
 #include <map>
 #include <string>
-#include <variant>
 #include <vector>
 
 #include <gmock/gmock.h>
 
 #include "tests/platform/user_ids.h"
 #include "tests/support/machine.h"
+#include "tests/support/person.h"
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -24,8 +23,7 @@ class UserTest : public MachineTest
     UserTest();
     ~UserTest() override;
 
-    // A line of a script, or a look at what it has led to.
-    using Step = std::variant<const char *, std::function<void()>>;
+    using Step = ::Person::Step;
     void Person(std::vector<Step> steps);
     // The play must have gone through to its last step by the time a dialog or sheet ends, unless
     // it is to fail.
@@ -60,7 +58,7 @@ class UserTest : public MachineTest
     INT_PTR Handle(HWND, UINT, WPARAM, LPARAM);
     void Log(HWND, UINT, WPARAM, LPARAM);
     void CheckPlay();
-    std::deque<Step> aSteps;
+    class ::Person person;
 };
 
 #endif

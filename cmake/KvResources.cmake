@@ -54,7 +54,8 @@ function(kv_compile_script result target script includes depends)
     get_filename_component(source ${script} ABSOLUTE)
     get_filename_component(folder ${source} DIRECTORY)
     get_filename_component(stem ${source} NAME_WE)
-    set(base ${CMAKE_CURRENT_BINARY_DIR}/${target}.dir/${stem})
+    set(work ${CMAKE_CURRENT_BINARY_DIR}/${target}.dir)
+    set(base ${work}/${stem})
     set(cpp_includes)
     set(rc_includes)
     foreach(dir IN LISTS includes ITEMS ${folder} ${CMAKE_SOURCE_DIR})
@@ -63,12 +64,15 @@ function(kv_compile_script result target script includes depends)
         list(APPEND rc_includes /I ${dir})
     endforeach()
     # -std=c11 rather than the compiler's own dialect, which would replace words such as "linux".
+    # The resource compiler gets bare names: it would read a path that begins with "/c" or "/v" as
+    # one of its options.
     add_custom_command(
         OUTPUT ${base}.res
-        COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_CURRENT_BINARY_DIR}/${target}.dir
+        COMMAND ${CMAKE_COMMAND} -E make_directory ${work}
         COMMAND ${CMAKE_C_COMPILER} -E -P -x c -std=c11 -D RC_INVOKED ${cpp_includes}
                 -MD -MF ${base}.d -MT ${base}.res -o ${base}.i ${source}
-        COMMAND ${KV_LLVM_RC} /no-preprocess /C 65001 ${rc_includes} /FO ${base}.res ${base}.i
+        COMMAND ${CMAKE_COMMAND} -E chdir ${work}
+                ${KV_LLVM_RC} /no-preprocess /C 65001 ${rc_includes} /FO ${stem}.res ${stem}.i
         DEPENDS ${source} ${depends}
         DEPFILE ${base}.d
         COMMENT "Compiling resources of ${script}"
@@ -79,19 +83,24 @@ endfunction()
 function(kv_resource_library target)
     cmake_parse_arguments(ARG "" "OUTPUT" "SOURCES;INCLUDES;DEPENDS" ${ARGN})
     get_filename_component(output ${ARG_OUTPUT} ABSOLUTE BASE_DIR ${CMAKE_CURRENT_BINARY_DIR})
+    # The linker, too, could take a full path for an option: its files are named from its folder.
+    set(work ${CMAKE_CURRENT_BINARY_DIR}/${target}.dir)
     set(objects)
+    set(object_names)
     foreach(script IN LISTS ARG_SOURCES)
         kv_compile_script(object ${target} ${script} "${ARG_INCLUDES}" "${ARG_DEPENDS}")
         list(APPEND objects ${object})
+        get_filename_component(object_name ${object} NAME)
+        list(APPEND object_names ${object_name})
     endforeach()
     get_filename_component(output_folder ${output} DIRECTORY)
     # /Brepro: the same sources give the same bytes, without the time of day in them.
     add_custom_command(
         OUTPUT ${output}
         COMMAND ${CMAKE_COMMAND} -E make_directory ${output_folder}
-        COMMAND ${KV_LLD_LINK} /dll /noentry /Brepro /machine:x64
-                /implib:${CMAKE_CURRENT_BINARY_DIR}/${target}.dir/${target}.lib
-                /out:${output} ${objects}
+        COMMAND ${CMAKE_COMMAND} -E chdir ${work}
+                ${KV_LLD_LINK} /dll /noentry /Brepro /machine:x64
+                /implib:${target}.lib /out:${output} ${object_names}
         DEPENDS ${objects}
         COMMENT "Linking resource library ${ARG_OUTPUT}"
         VERBATIM)

@@ -23,9 +23,18 @@ int GetTextHeight(HWND hWnd)
 
 BOOL SetStaticText(HINSTANCE hLibrary, HWND hDlg, int idControl, UINT idText)
 {
-    char szText[256] = "";
-    LoadStringA(hLibrary, idText, szText, sizeof szText);
-    return SetDlgItemTextA(hDlg, idControl, szText);
+    return SetDlgItemTextA(hDlg, idControl, LoadText(hLibrary, idText).c_str());
+}
+
+std::string LoadText(HMODULE hResLib, UINT idText)
+{
+    return JoinStrings(hResLib, idText, idText);
+}
+
+int AskUser(HWND hDlg, HMODULE hResLib, UINT idText, UINT idCaption, UINT uButtons)
+{
+    return MessageBoxA(hDlg, LoadText(hResLib, idText).c_str(),
+                       LoadText(hResLib, idCaption).c_str(), uButtons);
 }
 
 INT_PTR PaintNothing(HWND hDlg)

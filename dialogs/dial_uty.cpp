@@ -9,19 +9,16 @@
 #include "dialogs/helpers.h"
 #include "dialogs/pages.h"
 #include "resources/pictures.h"
+#include "resources/text_ids.h"
 #include "resources/utility_ids.h"
 
 // A maintenance function: the printer's and the model's name, then two zeros. It returns when the
 // printer has been served; what it returns says nothing.
 using UtilityProc = void(WINAPI *)(LPCSTR lpPrinter, LPCSTR lpModel, DWORD, DWORD);
 
-// Strings of the UI resource library: the functions' names.
-static constexpr WORD IDS_ENTRY_ALIGNMENT = 6658, IDS_ENTRY_NOZZLE = 6659,
-                      IDS_ENTRY_CLEANING = 6660;
-
 struct Utility {
     WORD idButton, idTitle, idText;
-    WORD idEntry;
+    WORD idEntry; // a text: the function's name
     WORD idPicture;
     BYTE bFocus; // bButtonDown while the button has the focus
 };
@@ -29,19 +26,19 @@ static constexpr Utility aUtilities[] = {
     {.idButton = IDC_UTILITY_CLEANING,
      .idTitle = IDC_UTILITY_CLEANING_TITLE,
      .idText = IDC_UTILITY_CLEANING_TEXT,
-     .idEntry = IDS_ENTRY_CLEANING,
+     .idEntry = ENTRY_CLEANING,
      .idPicture = PICTURE_CLEANING,
      .bFocus = 2},
     {.idButton = IDC_UTILITY_ALIGNMENT,
      .idTitle = IDC_UTILITY_ALIGNMENT_TITLE,
      .idText = IDC_UTILITY_ALIGNMENT_TEXT,
-     .idEntry = IDS_ENTRY_ALIGNMENT,
+     .idEntry = ENTRY_ALIGNMENT,
      .idPicture = PICTURE_ALIGNMENT,
      .bFocus = 4},
     {.idButton = IDC_UTILITY_NOZZLE,
      .idTitle = IDC_UTILITY_NOZZLE_TITLE,
      .idText = IDC_UTILITY_NOZZLE_TEXT,
-     .idEntry = IDS_ENTRY_NOZZLE,
+     .idEntry = ENTRY_NOZZLE,
      .idPicture = PICTURE_NOZZLE,
      .bFocus = 8},
 };

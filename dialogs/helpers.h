@@ -5,6 +5,7 @@
 
 #include <initializer_list>
 #include <memory>
+#include <string>
 
 #include "base/handles.h"
 #include "datafile/instance.h"
@@ -70,6 +71,8 @@ void CenterPicture(HDC hdc, const RECT &rc, HBITMAP hPicture);  // in its own si
 void DrawFace(HDC hdc, const RECT &rc, HMODULE hResLib);
 // Whether an owner-drawn item's picture is to be drawn, and not its focus alone.
 bool DrawsPicture(const DRAWITEMSTRUCT &item);
+// All of an owner-drawn button that only shows a picture: face and picture. 0 for no picture.
+void DrawPictureButton(const DRAWITEMSTRUCT &item, HMODULE hResLib, WORD idPicture);
 
 // ---- controls -------------------------------------------------------------------------------
 
@@ -80,8 +83,50 @@ int GetTextHeight(HWND hWnd);
 // A text of a library, of at most 255 bytes, becomes the control's; a missing one reads as empty.
 BOOL SetStaticText(HINSTANCE hLibrary, HWND hDlg, int idControl, UINT idText);
 
-// Answers to messages, TRUE. WM_PAINT of a page that draws nothing itself: the page counts as
-// painted.
+// ---- texts of the model's library ------------------------------------------------------------
+
+// Of at most 255 bytes; empty when the library lacks it.
+std::string LoadText(HMODULE hResLib, UINT idText);
+// A box over hDlg with texts of the library. The button pressed.
+int AskUser(HWND hDlg, HMODULE hResLib, UINT idText, UINT idCaption, UINT uButtons);
+
+// ---- names that a user types -----------------------------------------------------------------
+
+std::string DlgItemText(HWND hDlg, int id); // at most 255 bytes
+bool IsBlank(const std::string &strText);   // empty, or spaces and tabs only
+// Cuts a name to at most cbMost bytes, but never inside a double-byte character: its characters
+// are read from its start, by the lead bytes of Shift-JIS, in every code page. Whether it was
+// longer.
+bool CutName(std::string *lpName, size_t cbMost);
+// A cut name goes back into its edit field, the caret behind it.
+void PutCutName(HWND hDlg, int id, const std::string &strName);
+
+// ---- drop-down lists and list boxes ----------------------------------------------------------
+
+// Appends, also to a list of sorted style. Its position.
+LRESULT AppendItem(HWND hDlg, int idCombo, LPCSTR lpText, LPARAM lData);
+LRESULT AppendListItem(HWND hDlg, int idListBox, LPCSTR lpText, LPARAM lData);
+// Data of the selected item; -1 when nothing is selected.
+LONG SelectedData(HWND hDlg, int idCombo);
+LONG SelectedListData(HWND hDlg, int idListBox);
+// Text of an item, empty when there is no such item.
+std::string ItemText(HWND hDlg, int idCombo, LRESULT nItem);
+// Selects the first item behind nAfter (-1: from the top) that begins with the text, ignoring case,
+// and wraps. Its position, or CB_ERR and the selection as it was.
+LRESULT SelectText(HWND hDlg, int idCombo, LPCSTR lpText, LRESULT nAfter = -1);
+
+// The text of the item that is drawn, from its list of either kind; empty for no item.
+std::string DrawnText(const DRAWITEMSTRUCT &item);
+// Draws the item's text on its background, in the colours of its state, and along its top or
+// bottom row a dotted black line that sets it apart. Nothing for no item.
+enum class Apart { No, Above, Below };
+void DrawListItem(const DRAWITEMSTRUCT &item, LPCSTR lpText, Apart apart);
+// Whether it is an item of the open list, and not what the selection field shows.
+bool IsInOpenList(const DRAWITEMSTRUCT &item);
+
+// ---- answers to messages: TRUE ---------------------------------------------------------------
+
+// WM_PAINT of a page that draws nothing itself: the page counts as painted.
 INT_PTR PaintNothing(HWND hDlg);
 // WM_MEASUREITEM: the items of the given lists are a line of text high.
 INT_PTR MeasureItem(HWND hDlg, LPARAM lParam, std::initializer_list<UINT> aLists);

@@ -46,3 +46,12 @@ bool DrawsPicture(const DRAWITEMSTRUCT &item)
 {
     return item.itemAction & (ODA_DRAWENTIRE | ODA_SELECT);
 }
+
+void DrawPictureButton(const DRAWITEMSTRUCT &item, HMODULE hResLib, WORD idPicture)
+{
+    if (!DrawsPicture(item))
+        return;
+    DrawFace(item.hDC, item.rcItem, hResLib);
+    if (const BitmapPtr picture = LoadPicture(hResLib, idPicture))
+        CenterPicture(item.hDC, item.rcItem, picture.get());
+}

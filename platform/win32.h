@@ -174,6 +174,8 @@ constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;
 
 constexpr HFILE HFILE_ERROR = -1;
 constexpr UINT OF_READ = 0;
+constexpr UINT OF_WRITE = 1;
+constexpr UINT OF_CREATE = 0x1000; // makes the file, or makes it empty
 constexpr UINT OF_EXIST = 0x4000;
 constexpr int FILE_BEGIN = 0;
 
@@ -203,6 +205,8 @@ KV_IMPORT BOOL WINAPI CloseHandle(HANDLE hObject);
 KV_IMPORT HFILE WINAPI OpenFile(LPCSTR lpFileName, OFSTRUCT *lpReOpenBuff, UINT uStyle);
 // Bytes read, fewer at the end of the file, or HFILE_ERROR.
 KV_IMPORT UINT WINAPI _lread(HFILE hFile, LPVOID lpBuffer, UINT uBytes);
+// Bytes written, or HFILE_ERROR. Writing nothing cuts the file at the position.
+KV_IMPORT UINT WINAPI _lwrite(HFILE hFile, LPCVOID lpBuffer, UINT uBytes);
 // The new position from the start, or HFILE_ERROR. A position past the end is legal.
 KV_IMPORT LONG WINAPI _llseek(HFILE hFile, LONG lOffset, int iOrigin);
 KV_IMPORT HFILE WINAPI _lclose(HFILE hFile);
@@ -233,6 +237,7 @@ constexpr UINT MB_ICONINFORMATION = 0x40;
 
 // The identifier of the button pressed: 1 OK, 2 Cancel.
 KV_IMPORT int WINAPI MessageBoxA(HWND hWnd, LPCSTR lpText, LPCSTR lpCaption, UINT uType);
+constexpr UINT MB_OKCANCEL = 1;
 
 // ---------------------------------------------------------------------------------------------
 // user: dialogs
@@ -249,6 +254,23 @@ using DLGPROC = INT_PTR(CALLBACK *)(HWND, UINT, WPARAM, LPARAM);
 
 KV_IMPORT HWND WINAPI GetDlgItem(HWND hDlg, int nIDDlgItem);
 KV_IMPORT BOOL WINAPI SetDlgItemTextA(HWND hDlg, int nIDDlgItem, LPCSTR lpString);
+// Disables the owner, runs until EndDialog, enables it again. -1 when there is no such template.
+KV_IMPORT INT_PTR WINAPI DialogBoxParamA(HINSTANCE hInstance, LPCSTR lpTemplateName,
+                                         HWND hWndParent, DLGPROC lpDialogFunc, LPARAM dwInitParam);
+KV_IMPORT BOOL WINAPI EndDialog(HWND hDlg, INT_PTR nResult);
+KV_IMPORT LRESULT WINAPI SendDlgItemMessageA(HWND hDlg, int nIDDlgItem, UINT Msg, WPARAM wParam,
+                                             LPARAM lParam);
+// Bytes copied without the terminator, cut at a character's border.
+KV_IMPORT UINT WINAPI GetDlgItemTextA(HWND hDlg, int nIDDlgItem, LPSTR lpString, int cchMax);
+KV_IMPORT BOOL WINAPI SetDlgItemInt(HWND hDlg, int nIDDlgItem, UINT uValue, BOOL bSigned);
+// Skips blanks, takes a sign and digits, stops at anything else; no digits, or too many, are 0.
+KV_IMPORT UINT WINAPI GetDlgItemInt(HWND hDlg, int nIDDlgItem, BOOL *lpTranslated, BOOL bSigned);
+KV_IMPORT BOOL WINAPI CheckDlgButton(HWND hDlg, int nIDButton, UINT uCheck);
+KV_IMPORT BOOL WINAPI CheckRadioButton(HWND hDlg, int nIDFirstButton, int nIDLastButton,
+                                       int nIDCheckButton);
+KV_IMPORT UINT WINAPI IsDlgButtonChecked(HWND hDlg, int nIDButton);
+// The base unit across in the low word, down in the high word.
+KV_IMPORT LONG WINAPI GetDialogBaseUnits();
 
 // ---------------------------------------------------------------------------------------------
 // user: windows
@@ -269,6 +291,21 @@ KV_IMPORT int WINAPI GetDlgCtrlID(HWND hWnd);
 KV_IMPORT BOOL WINAPI EnableWindow(HWND hWnd, BOOL bEnable);
 KV_IMPORT BOOL WINAPI ClientToScreen(HWND hWnd, POINT *lpPoint);
 KV_IMPORT BOOL WINAPI InflateRect(RECT *lprc, int dx, int dy);
+constexpr int SW_HIDE = 0;
+constexpr int SW_SHOW = 5;
+constexpr int SM_CYCAPTION = 4;
+constexpr int SM_CXBORDER = 5;
+constexpr int SM_CYDLGFRAME = 8;
+constexpr int SM_CXFRAME = 32;
+KV_IMPORT BOOL WINAPI IsWindowEnabled(HWND hWnd);
+KV_IMPORT BOOL WINAPI ShowWindow(HWND hWnd, int nCmdShow);
+KV_IMPORT HWND WINAPI SetFocus(HWND hWnd);
+KV_IMPORT BOOL WINAPI GetClientRect(HWND hWnd, RECT *lpRect);
+KV_IMPORT BOOL WINAPI GetWindowRect(HWND hWnd, RECT *lpRect); // on the screen
+// Null stands for the whole window. Children inside become invalid too, the parent does not.
+KV_IMPORT BOOL WINAPI InvalidateRect(HWND hWnd, const RECT *lpRect, BOOL bErase);
+KV_IMPORT int WINAPI GetSystemMetrics(int nIndex);
+KV_IMPORT DWORD WINAPI GetSysColor(int nIndex);
 
 // ---------------------------------------------------------------------------------------------
 // user: messages of dialogs
@@ -306,6 +343,16 @@ struct DRAWITEMSTRUCT {
     RECT rcItem;
     ULONG_PTR itemData;
 };
+constexpr UINT WM_GETFONT = 0x0031;
+constexpr UINT WM_HSCROLL = 0x0114;
+constexpr UINT WM_VSCROLL = 0x0115;
+constexpr UINT WM_CTLCOLORMSGBOX = 0x0132;
+constexpr UINT WM_CTLCOLORLISTBOX = 0x0134;
+constexpr UINT WM_CTLCOLORSCROLLBAR = 0x0137;
+constexpr UINT ODT_LISTBOX = 2;
+constexpr UINT ODT_COMBOBOX = 3;
+constexpr UINT ODS_DISABLED = 0x0004;
+constexpr UINT ODS_COMBOBOXEDIT = 0x1000; // a combo box's selection field, not its list
 
 // ---------------------------------------------------------------------------------------------
 // user: controls, their notices and messages
@@ -315,6 +362,48 @@ constexpr DWORD TBS_ENABLESELRANGE = 0x0020;
 
 // Makes the common controls' classes known.
 KV_IMPORT void WINAPI InitCommonControls();
+constexpr WORD BN_CLICKED = 0;
+constexpr UINT BST_UNCHECKED = 0;
+constexpr UINT BST_CHECKED = 1;
+constexpr WORD EN_KILLFOCUS = 0x0200;
+constexpr WORD EN_CHANGE = 0x0300;
+constexpr UINT EM_SETSEL = 0x00B1; // bytes; the caret goes to the end
+constexpr WORD CBN_SELCHANGE = 1;
+constexpr WORD CBN_DROPDOWN = 7;
+constexpr WORD CBN_CLOSEUP = 8;
+constexpr WORD CBN_SELENDOK = 9;
+constexpr WORD CBN_SELENDCANCEL = 10;
+constexpr int CB_ERR = -1;
+constexpr UINT CB_GETCOUNT = 0x0146;
+constexpr UINT CB_GETCURSEL = 0x0147;
+constexpr UINT CB_GETLBTEXT = 0x0148;
+constexpr UINT CB_INSERTSTRING = 0x014A; // at -1: appended, also to a sorted list
+constexpr UINT CB_RESETCONTENT = 0x014B;
+constexpr UINT CB_FINDSTRING = 0x014C; // beginning with, ignoring case, after item wParam, wrapping
+constexpr UINT CB_SELECTSTRING = 0x014D;
+constexpr UINT CB_SETCURSEL = 0x014E;
+constexpr UINT CB_GETITEMDATA = 0x0150;
+constexpr UINT CB_SETITEMDATA = 0x0151;
+constexpr UINT CB_GETDROPPEDSTATE = 0x0157;
+constexpr UINT CB_FINDSTRINGEXACT = 0x0158; // the whole text, ignoring case
+constexpr WORD LBN_SELCHANGE = 1;
+constexpr int LB_ERR = -1;
+constexpr UINT LB_INSERTSTRING = 0x0181;
+constexpr UINT LB_RESETCONTENT = 0x0184;
+constexpr UINT LB_SETCURSEL = 0x0186;
+constexpr UINT LB_GETCURSEL = 0x0188;
+constexpr UINT LB_GETTEXT = 0x0189;
+constexpr UINT LB_GETITEMDATA = 0x0199;
+constexpr UINT LB_SETITEMDATA = 0x019A;
+constexpr int SB_LINEUP = 0;
+constexpr int SB_LINEDOWN = 1;
+constexpr int SB_ENDSCROLL = 8;
+constexpr UINT TBM_GETPOS = 0x0400;
+constexpr UINT TBM_SETTIC = 0x0404;
+constexpr UINT TBM_SETPOS = 0x0405;
+constexpr UINT TBM_SETRANGE = 0x0406; // lParam: the smallest in the low word, the largest above
+constexpr UINT TBM_CLEARTICS = 0x0409;
+constexpr UINT TBM_SETPAGESIZE = 0x0415;
 
 // ---------------------------------------------------------------------------------------------
 // user: property sheet
@@ -363,6 +452,8 @@ struct PROPSHEETHEADERA {
 // Modal. 1 after OK, 0 after Cancel, -1 when it cannot be shown. A page's WM_INITDIALOG gets its
 // PROPSHEETPAGEA as lParam.
 KV_IMPORT INT_PTR WINAPI PropertySheetA(const PROPSHEETHEADERA *lppsph);
+constexpr LONG PSNRET_NOERROR = 0;
+constexpr LONG PSNRET_INVALID = 1; // the sheet stays open, on the page that said so
 
 // ---------------------------------------------------------------------------------------------
 // user: help
@@ -422,6 +513,12 @@ KV_IMPORT HGDIOBJ WINAPI SelectObject(HDC hdc, HGDIOBJ h);
 KV_IMPORT BOOL WINAPI DeleteObject(HGDIOBJ ho);
 KV_IMPORT BOOL WINAPI UnrealizeObject(HGDIOBJ h);
 KV_IMPORT BOOL WINAPI SetBrushOrgEx(HDC hdc, int x, int y, POINT *lppt);
+constexpr int WHITE_BRUSH = 0;
+constexpr int SYSTEM_FONT = 13;
+constexpr int PS_SOLID = 0;
+constexpr int PS_DOT = 2;
+KV_IMPORT HPEN WINAPI CreatePen(int iStyle, int cWidth, COLORREF color);
+KV_IMPORT HRGN WINAPI CreateRectRgnIndirect(const RECT *lprect);
 
 // ---------------------------------------------------------------------------------------------
 // gdi: drawing
@@ -453,6 +550,17 @@ KV_IMPORT BOOL WINAPI BitBlt(HDC hdc, int x, int y, int cx, int cy, HDC hdcSrc, 
                              DWORD rop);
 KV_IMPORT BOOL WINAPI StretchBlt(HDC hdcDest, int xDest, int yDest, int wDest, int hDest,
                                  HDC hdcSrc, int xSrc, int ySrc, int wSrc, int hSrc, DWORD rop);
+constexpr int OPAQUE = 2;
+constexpr UINT ETO_OPAQUE = 2;
+constexpr UINT ETO_CLIPPED = 4;
+constexpr int COLOR_WINDOW = 5;
+constexpr int COLOR_WINDOWTEXT = 8;
+constexpr int COLOR_HIGHLIGHT = 13;
+constexpr int COLOR_HIGHLIGHTTEXT = 14;
+constexpr int COLOR_GRAYTEXT = 17;
+KV_IMPORT BOOL WINAPI ExtTextOutA(HDC hdc, int x, int y, UINT options, const RECT *lprect,
+                                  LPCSTR lpString, UINT c, const INT *lpDx);
+KV_IMPORT BOOL WINAPI FillRgn(HDC hdc, HRGN hrgn, HBRUSH hbr);
 
 // ---------------------------------------------------------------------------------------------
 // spooler

@@ -3,7 +3,7 @@
 
 #include "platform/gdi/gdi.h"
 #include "platform/kernel/internal.h"
-#include "platform/served.h"
+#include "platform/win32.h"
 
 using namespace kvp;
 

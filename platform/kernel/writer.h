@@ -1,6 +1,6 @@
 // A file open for writing. What is written is held until the file is closed, then written beside
 // the old file, synced, and put in its place: whoever looks finds the old file or the new one,
-// whole. The calls and styles by which a driver writes stand here as well.
+// whole.
 #ifndef KV_PLATFORM_KERNEL_WRITER_H
 #define KV_PLATFORM_KERNEL_WRITER_H
 
@@ -12,11 +12,6 @@
 #include "platform/win32.h"
 
 constexpr int FILE_CURRENT = 1; // an origin of _llseek, as FILE_BEGIN is
-constexpr UINT OF_WRITE = 1;
-constexpr UINT OF_CREATE = 0x1000; // makes the file, or makes it empty
-
-// Bytes written, or HFILE_ERROR. Writing nothing cuts the file at the position.
-KV_IMPORT UINT WINAPI _lwrite(HFILE hFile, LPCVOID lpBuffer, UINT uBytes);
 
 namespace kvp
 {

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "platform/kernel/internal.h"
-#include "platform/served.h"
+#include "platform/win32.h"
 #include "platform/user/button.h"
 #include "platform/user/dialog.h"
 

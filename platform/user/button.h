@@ -2,7 +2,7 @@
 #ifndef KV_PLATFORM_USER_BUTTON_H
 #define KV_PLATFORM_USER_BUTTON_H
 
-#include "platform/served.h"
+#include "platform/win32.h"
 #include "platform/user/window.h"
 
 namespace kvp

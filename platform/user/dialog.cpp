@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "platform/served.h"
+#include "platform/win32.h"
 #include "platform/user/button.h"
 #include "platform/user/transcript.h"
 

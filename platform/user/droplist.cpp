@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "platform/display/display.h"
-#include "platform/served.h"
+#include "platform/win32.h"
 #include "platform/user/combo.h"
 #include "platform/user/scroll.h"
 

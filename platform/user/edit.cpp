@@ -5,7 +5,7 @@
 
 #include "platform/display/display.h"
 #include "platform/kernel/internal.h"
-#include "platform/served.h"
+#include "platform/win32.h"
 
 namespace kvp
 {

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "platform/kernel/internal.h"
-#include "platform/served.h"
+#include "platform/win32.h"
 
 namespace kvp
 {

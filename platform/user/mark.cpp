@@ -1,5 +1,5 @@
 // Check boxes and radio buttons: the mark at the left, the text beside it.
-#include "platform/served.h"
+#include "platform/win32.h"
 #include "platform/user/button.h"
 
 namespace kvp

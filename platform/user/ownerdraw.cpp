@@ -1,6 +1,6 @@
 // The owner-drawn button: its parent draws it, at once when it is pressed or gains or loses the
 // focus.
-#include "platform/served.h"
+#include "platform/win32.h"
 #include "platform/user/button.h"
 
 namespace kvp

@@ -2,7 +2,7 @@
 // questions that go to parents first.
 #include <utility>
 
-#include "platform/served.h"
+#include "platform/win32.h"
 #include "platform/user/window.h"
 
 namespace kvp

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "platform/served.h"
+#include "platform/win32.h"
 #include "platform/user/window.h"
 
 namespace kvp

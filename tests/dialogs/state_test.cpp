@@ -8,7 +8,7 @@
 #include "dialogs/helpers.h"
 #include "dialogs/pages.h"
 #include "interface/sheet.h"
-#include "platform/served.h"
+#include "platform/win32.h"
 #include "resources/main_ids.h"
 #include "tests/dialogs/dialogs_fixture.h"
 

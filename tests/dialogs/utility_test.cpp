@@ -3,7 +3,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "platform/served.h"
+#include "platform/win32.h"
 #include "resources/utility_ids.h"
 #include "tests/dialogs/dialogs_fixture.h"
 

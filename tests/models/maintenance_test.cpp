@@ -4,7 +4,7 @@
 
 #include "base/handles.h"
 #include "base/modeltable.h"
-#include "models/common/texts.h"
+#include "resources/text_ids.h"
 #include "tests/models/delivered.h"
 
 using testing::HasSubstr;

@@ -1,7 +1,7 @@
 // The help engine: topics by number and by control, and what it says when there is none.
 #include <nlohmann/json.hpp>
 
-#include "platform/served.h"
+#include "platform/win32.h"
 #include "tests/platform/user_fixture.h"
 
 class Help : public UserTest

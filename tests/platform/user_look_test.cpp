@@ -2,7 +2,7 @@
 // written there, for people to look at.
 #include <cstdlib>
 
-#include "platform/served.h"
+#include "platform/win32.h"
 #include "tests/platform/user_fixture.h"
 
 class UserLook : public UserTest

@@ -5,7 +5,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "platform/served.h"
+#include "platform/win32.h"
 #include "tests/platform/user_fixture.h"
 
 using ::testing::HasSubstr;

@@ -1,5 +1,5 @@
 #include "tests/support/person.h"
-#include "platform/served.h"
+#include "platform/win32.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,9 @@
-// Numbers of the texts of a model's resource library. Where a table of the model's data gives a
-// number of its own (a media's, a preset's), the text is the first of its kind plus that number. A
-// paper's name has the paper's id as its number.
-#ifndef KV_MODELS_TEXTS_H
-#define KV_MODELS_TEXTS_H
+// Numbers of the texts in a model's resource library, for the models' scripts and the driver's
+// sources. Macros only. Where a table of the model's data gives a number of its own (a media's, a
+// preset's), the text is the first of its kind plus that number. A paper's name has the paper's id
+// as its number.
+#ifndef KV_RESOURCES_TEXT_IDS_H
+#define KV_RESOURCES_TEXT_IDS_H
 
 #define PAPER_USER 256
 

@@ -1,0 +1,43 @@
+// What a model allows: which inks, media, resolutions, HT choices and options go together. The
+// model's tables say it; these functions apply them to the settings being edited, which live twice,
+// in the record and in the sheet's working state. Both the Main page and More Settings call them
+// after every change. Each reaches the sheet's state through its dialog.
+#ifndef KV_DIALOGS_RULES_H
+#define KV_DIALOGS_RULES_H
+
+#include <string>
+
+#include "datafile/instance.h"
+
+// The rule of the current resolution and ink: the first whose resolution is nCurRes and whose ink
+// is bInk; all zero when there is none.
+MedResRule CurrentRule(const UIINSTANCE *lpInstance);
+// Whether any rule is for this resolution number and ink.
+bool HasRule(const DatFile &block, int nRes, int nInk);
+
+// Names of the UI resource library, empty where the tables or the library lack them.
+std::string ResolutionName(const UIINSTANCE *lpInstance, int nRes);
+// Of a resolution: its media record taken by position.
+std::string MediaNameByIndex(const UIINSTANCE *lpInstance, int nRes);
+// Of a resolution: the first media record of its media number, by position when there is none.
+std::string MediaNameByNumber(const UIINSTANCE *lpInstance, int nRes);
+std::string MediaName(const UIINSTANCE *lpInstance, int nMedia); // of a media number
+
+// Keeps the first value of the highest level reported. Starts with level 0.
+void remarkmedres(LONG *lpLevel, LONG *lpValue, LONG lLevel, LONG lValue);
+// The resolution of these display names for the current ink; becomes current. Its index.
+LONG GetMedRes(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstance, LPCSTR lpResolution,
+               LPCSTR lpMedia);
+// Corrects the HT choice and the options to what the current resolution's rule allows.
+void CheckDetail(HWND hDlg, DriverDevMode *lpDM);
+// The MW options and, with a mode of 1 to 4, their check boxes in More Settings. Mode 2 keeps the
+// user's first option, 3 his second, 4 both.
+void CheckMW(HWND hDlg, DriverDevMode *lpDM, int nMode);
+// The mirror option and, unless the mode is 0, its check box in More Settings.
+void CheckMirror(HWND hDlg, DriverDevMode *lpDM, int nMode);
+
+// Whose list of media is filled.
+constexpr int MEDIA_AUTOMATIC = 0, MEDIA_DETAIL = 1, MEDIA_PRESET = 2, MEDIA_CUSTOM = 3;
+LRESULT SetPaperKind(HWND hDlg, DriverDevMode *lpDM, int nMode);
+
+#endif

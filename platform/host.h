@@ -145,6 +145,8 @@ KV_API Play EndPlay();
 // The window that the person works with: a dialog, the page shown, a message box or the help
 // window. Null when there is none.
 KV_API HWND TopWindow();
+// The same as JSON, as the action "dump" writes it: painted up to date.
+KV_API std::string DescribeTopWindow();
 // The colour on the screen, painted up to date.
 KV_API COLORREF ScreenPixel(int x, int y);
 KV_API bool SaveScreen(const std::string &hostPath); // as a PNG file

@@ -1,6 +1,7 @@
 // Windows and controls as JSON: what a person sees of them.
 #include <nlohmann/json.hpp>
 
+#include "platform/display/display.h"
 #include "platform/host.h"
 #include "platform/user/button.h"
 #include "platform/user/combo.h"
@@ -75,7 +76,7 @@ Json Describe(Window &control)
     return json;
 }
 
-Json DescribeWindow(Window &window)
+static Json DescribeWindow(Window &window)
 {
     Json json = {{"window", Head(window)}, {"controls", Json::array()}};
     for (Window *control : window.children)
@@ -85,4 +86,19 @@ Json DescribeWindow(Window &window)
     return json;
 }
 
+Json DescribeTop()
+{
+    Window *top = ActiveWindow();
+    if (!top)
+        return nullptr;
+    Dialog *dialog = ShownDialog(*top);
+    return DescribeWindow(dialog ? *dialog : *top);
+}
+
 } // namespace kvp
+
+std::string kvp::DescribeTopWindow()
+{
+    Screenshot(); // what was drawn last is part of it
+    return DescribeTop().dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}

@@ -379,12 +379,11 @@ static void DoPrint(const Words &words)
 
 static void DoDump(const Words &)
 {
-    Window *top = ActiveWindow();
-    if (!top)
+    const nlohmann::ordered_json top = DescribeTop();
+    if (top.is_null())
         Refuse("no window is open");
-    Dialog *dialog = ShownDialog(*top);
     nlohmann::ordered_json line = {{"event", "dump"}};
-    line.update(DescribeWindow(dialog ? *dialog : *top));
+    line.update(top);
     NoteEvent(line);
 }
 

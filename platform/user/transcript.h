@@ -14,9 +14,10 @@ namespace kvp
 void NoteEvent(const nlohmann::ordered_json &line);
 // A window was opened, activated or closed.
 void NoteWindow(Window &window, const char *what);
-// One control, or a window with all of its own.
+// One control, or the page, dialog, box or help window on top with all of its own; null when no
+// window is open.
 nlohmann::ordered_json Describe(Window &control);
-nlohmann::ordered_json DescribeWindow(Window &window);
+nlohmann::ordered_json DescribeTop();
 
 } // namespace kvp
 

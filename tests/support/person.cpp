@@ -31,6 +31,31 @@ HWND Shown(int id)
     return GetDlgItem(kvp::TopWindow(), id);
 }
 
+nlohmann::json Seen(int id)
+{
+    const auto window = nlohmann::json::parse(kvp::DescribeTopWindow());
+    if (window.is_null())
+        return nullptr;
+    for (const auto &control : window.at("controls"))
+        if (control.at("id") == id)
+            return control;
+    return nullptr;
+}
+
+std::string SeenText(int id)
+{
+    const nlohmann::json control = Seen(id);
+    if (!control.contains("items"))
+        return control.at("text");
+    const int nItem = control.at("selection");
+    return nItem < 0 ? "" : control.at("items").at(static_cast<size_t>(nItem));
+}
+
+std::vector<std::string> SeenItems(int id)
+{
+    return Seen(id).at("items");
+}
+
 COLORREF PixelOf(int id, int x, int y)
 {
     POINT at{x, y};

@@ -8,6 +8,8 @@
 #include <variant>
 #include <vector>
 
+#include <nlohmann/json.hpp>
+
 #include "platform/host.h"
 
 class Person
@@ -32,6 +34,11 @@ class Person
 
 // What the person sees: a control of the page or dialog on top, and the colour of a pixel in it.
 HWND Shown(int id);
+// The control as the action "dump" writes it: text, enabled, visible, checked, items, data,
+// selection, position, picture, ... Null when there is none of this number.
+nlohmann::json Seen(int id);
+std::string SeenText(int id);               // UTF-8; of a list, its selected item
+std::vector<std::string> SeenItems(int id); // UTF-8
 COLORREF PixelOf(int id, int x, int y);
 RECT ClientOf(int id);
 

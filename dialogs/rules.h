@@ -30,13 +30,17 @@ LONG GetMedRes(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstance, LPCSTR lp
                LPCSTR lpMedia);
 // Corrects the HT choice and the options to what the current resolution's rule allows.
 void CheckDetail(HWND hDlg, DriverDevMode *lpDM);
-// The MW options and, with a mode of 1 to 4, their check boxes in More Settings. Mode 2 keeps the
-// user's first option, 3 his second, 4 both.
+// The MW options and, unless the mode is MW_RECORD, their check boxes in More Settings. In the
+// last three modes a changeable option (the first, the second, both) stays as the user has it;
+// MW_OWN_SECOND leaves out the locks on the second, too.
+constexpr int MW_RECORD = 0, MW_DIALOG = 1, MW_OWN_FIRST = 2, MW_OWN_SECOND = 3, MW_OWN_BOTH = 4;
 void CheckMW(HWND hDlg, DriverDevMode *lpDM, int nMode);
 // The mirror option and, unless the mode is 0, its check box in More Settings.
 void CheckMirror(HWND hDlg, DriverDevMode *lpDM, int nMode);
 
-// Whose list of media is filled.
+// Fills and selects in a list of media: More Settings' for MEDIA_DETAIL, else the Main page's. Item
+// data are media numbers, but resolutions for MEDIA_CUSTOM and nothing for MEDIA_DETAIL. The
+// result of the list's last message.
 constexpr int MEDIA_AUTOMATIC = 0, MEDIA_DETAIL = 1, MEDIA_PRESET = 2, MEDIA_CUSTOM = 3;
 LRESULT SetPaperKind(HWND hDlg, DriverDevMode *lpDM, int nMode);
 

@@ -1,0 +1,42 @@
+// The table of settings: bounds, and the way from a record to the settings being edited.
+#include "dialogs/settings_table.h"
+
+static constexpr int ADJUSTMENTS = 6, FIRST_NEGATED = 3;
+
+int32_t FirstUserSlot(const UIINSTANCE *lpInstance)
+{
+    return static_cast<int32_t>(lpInstance->dat.nAuto + lpInstance->dat.nPreset);
+}
+
+SettingsRecord *SettingAt(UIINSTANCE *lpInstance, int32_t nSetting)
+{
+    if (nSetting == KV_CUSTOM_SETTINGS)
+        return nullptr;
+    return RecordAt(lpInstance->dat.lpSettings, lpInstance->dat.nSettings, nSetting);
+}
+
+SettingsRecord *CurrentSetting(UIINSTANCE *lpInstance)
+{
+    return SettingAt(lpInstance, lpInstance->nCurSetting);
+}
+
+void TakeRecord(UIINSTANCE *lpInstance, const SettingsRecord &record)
+{
+    lpInstance->bInk = static_cast<uint8_t>(record.wInk);
+    lpInstance->bHT = record.bHT;
+    lpInstance->wFlags = record.wFlags;
+}
+
+void TakeAdjustments(UIINSTANCE *lpInstance, const SettingsRecord &record)
+{
+    for (int k = 0; k < ADJUSTMENTS; k++)
+        lpInstance->nAdjust[k] = k < FIRST_NEGATED ? record.sAdj[k] : -record.sAdj[k];
+}
+
+void PutAdjustments(const UIINSTANCE *lpInstance, SettingsRecord *lpRecord)
+{
+    for (int k = 0; k < ADJUSTMENTS; k++) {
+        const int32_t n = lpInstance->nAdjust[k] == ADJUST_MINUS ? 0 : lpInstance->nAdjust[k];
+        lpRecord->sAdj[k] = static_cast<int16_t>(k < FIRST_NEGATED ? n : -n);
+    }
+}

@@ -1,5 +1,6 @@
 # Installs headers and libraries into a fresh prefix; compiles a C program against them as its author
-# would, with what pkg-config says, and starts a small one on the sample machine.
+# would, with what pkg-config says, and starts a small one on the sample machine; a CMake project
+# likewise.
 #   cmake -DBUILD=... -DSAMPLES=... -DSOURCE=... -DWORK=... -DCC=... -DSANITIZED=... -P install_test.cmake
 function(must)
     execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE output ERROR_VARIABLE output
@@ -15,10 +16,10 @@ must(${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK} --component developmen
 file(GLOB_RECURSE pc ${WORK}/kvui.pc)
 get_filename_component(pcdir "${pc}" DIRECTORY)
 set(ENV{PKG_CONFIG_PATH} ${pcdir})
-must(pkg-config --define-variable=prefix=${WORK} --cflags kvui)
+must(pkg-config --cflags kvui)
 separate_arguments(cflags UNIX_COMMAND "${output}")
 must(${CC} -std=c11 -Wall -Wextra -Wpedantic -Werror ${cflags} -c ${SOURCE} -o ${WORK}/caller.o)
-must(pkg-config --define-variable=prefix=${WORK} --libs kvui)
+must(pkg-config --libs kvui)
 if(NOT output MATCHES "-L${WORK}/.*/kvui .*-lkvui")
     message(FATAL_ERROR "the libraries are not where kvui.pc says: ${output}")
 endif()
@@ -41,6 +42,18 @@ int main(void)
 ")
     must(${CC} ${cflags} ${WORK}/starts.c -o ${WORK}/starts ${libs})
     must(${CMAKE_COMMAND} -E env KV_ROOT=${SAMPLES} KV_LANG=en_US KV_MEASURE=0 ${WORK}/starts)
+    # A CMake project finds the same.
+    file(WRITE ${WORK}/project/CMakeLists.txt "cmake_minimum_required(VERSION 3.25)
+project(companion LANGUAGES C)
+find_package(kvui 0.1 REQUIRED)
+add_executable(companion ../starts.c)
+target_link_libraries(companion PRIVATE kvui::kvui)
+")
+    must(${CMAKE_COMMAND} -S ${WORK}/project -B ${WORK}/project/build
+         -DCMAKE_PREFIX_PATH=${WORK} -DCMAKE_C_COMPILER=${CC})
+    must(${CMAKE_COMMAND} --build ${WORK}/project/build)
+    must(${CMAKE_COMMAND} -E env KV_ROOT=${SAMPLES} KV_LANG=en_US KV_MEASURE=0
+         ${WORK}/project/build/companion)
     # Without a model table the library refuses, and the program does not start.
     execute_process(COMMAND ${CMAKE_COMMAND} -E env KV_ROOT=${WORK} ${WORK}/starts
                     ERROR_VARIABLE error RESULT_VARIABLE result)

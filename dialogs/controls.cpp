@@ -12,6 +12,21 @@ HWND CreateSlideTrackBar(HWND hParent, int x, int y, int nWidth, int nHeight, in
                            reinterpret_cast<HMENU>(static_cast<ULONG_PTR>(id)), hModule, nullptr);
 }
 
+void EnableControl(HWND hDlg, int id, bool bEnable)
+{
+    EnableWindow(GetDlgItem(hDlg, id), bEnable);
+}
+
+void CheckBox(HWND hDlg, int id, bool bOn)
+{
+    CheckDlgButton(hDlg, id, bOn ? BST_CHECKED : BST_UNCHECKED);
+}
+
+void RedrawControl(HWND hDlg, int id)
+{
+    InvalidateRect(GetDlgItem(hDlg, id), nullptr, TRUE);
+}
+
 int GetTextHeight(HWND hWnd)
 {
     TEXTMETRICA tm{};

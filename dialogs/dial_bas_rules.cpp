@@ -12,12 +12,6 @@
 #include "resources/main_ids.h"
 #include "resources/text_ids.h"
 
-// ResolutionRecord.wFlags: what a resolution that was found does to the second MW option.
-static constexpr WORD RES_OPT_ON = 0x10, RES_OPT_OFF = 0x20;
-
-// Rule codes, and what they mean of each option. Codes that are not named change nothing.
-static constexpr int16_t RULE_FREE = 0, RULE_ON = 1, RULE_OFF = 2;
-
 static CBSTRUC *GetCB(HWND hDlg)
 {
     return RequireCB(hDlg, "dial_bas");
@@ -49,7 +43,7 @@ bool HasRule(const DatFile &block, int nRes, int nInk)
     return FindRule(block, nRes, nInk) != nullptr;
 }
 
-static const ResolutionRecord *Resolution(const UIINSTANCE *lpInstance, int nRes)
+const ResolutionRecord *Resolution(const UIINSTANCE *lpInstance, int nRes)
 {
     return RecordAt(lpInstance->dat.lpRes, lpInstance->dat.nRes, nRes);
 }
@@ -102,37 +96,18 @@ std::string MediaNameByNumber(const UIINSTANCE *lpInstance, int nRes)
 
 // ---- options --------------------------------------------------------------------------------
 
-static void PutBits(uint16_t &wWord, WORD wBits, bool bOn)
-{
-    wWord = static_cast<uint16_t>(bOn ? wWord | wBits : wWord & ~wBits);
-}
-
 // In the record and in the working state.
 static void PutFlag(DriverDevMode *lpDM, UIINSTANCE *lpInstance, WORD wFlag, bool bOn)
 {
-    WORD wFlags = lpDM->Settings.wFlags;
-    PutBits(wFlags, wFlag, bOn);
-    lpDM->Settings.wFlags = wFlags;
-    PutBits(lpInstance->wFlags, wFlag, bOn);
+    lpDM->Settings.wFlags = WithBits(lpDM->Settings.wFlags, wFlag, bOn);
+    lpInstance->wFlags = WithBits(lpInstance->wFlags, wFlag, bOn);
 }
 
 // An MW option, which the record holds twice.
 static void PutMWFlag(DriverDevMode *lpDM, UIINSTANCE *lpInstance, WORD wFlag, bool bOn)
 {
     PutFlag(lpDM, lpInstance, wFlag, bOn);
-    WORD wFlags2 = lpDM->Settings.wFlags2;
-    PutBits(wFlags2, wFlag, bOn);
-    lpDM->Settings.wFlags2 = wFlags2;
-}
-
-static void EnableControl(HWND hDlg, int id, bool bEnable)
-{
-    EnableWindow(GetDlgItem(hDlg, id), bEnable);
-}
-
-static void CheckBox(HWND hDlg, int id, bool bOn)
-{
-    CheckDlgButton(hDlg, id, bOn ? BST_CHECKED : BST_UNCHECKED);
+    lpDM->Settings.wFlags2 = WithBits(lpDM->Settings.wFlags2, wFlag, bOn);
 }
 
 // What a rule's code makes of an option, and of its check box. The boxes of changeable codes are
@@ -295,7 +270,8 @@ void CheckDetail(HWND hDlg, DriverDevMode *lpDM)
     } aOptions[] = {{rule.sMW, KV_FLAG_MW}, {rule.sOpt, KV_FLAG_OPT}, {rule.sHS, KV_FLAG_HS}};
     for (const auto &option : aOptions)
         if (option.sCode == RULE_ON || option.sCode == RULE_OFF)
-            PutBits(lpInstance->wFlags, option.wFlag, option.sCode == RULE_ON);
+            lpInstance->wFlags =
+                WithBits(lpInstance->wFlags, option.wFlag, option.sCode == RULE_ON);
     lpDM->Settings.wResolution = static_cast<int16_t>(lpInstance->nCurRes);
     lpDM->Settings.bHT = lpInstance->bHT;
     lpDM->Settings.wFlags = lpInstance->wFlags;
@@ -324,17 +300,12 @@ static void TakeMedia(DriverDevMode *lpDM, const UIINSTANCE *lpInstance, LONG lR
 }
 
 // The second MW option is set in the record alone, so that CheckMW, which asks the working state,
-// has its say. One that both sets and clears it clears it.
+// has its say.
 static void TakeMatch(DriverDevMode *lpDM, UIINSTANCE *lpInstance, LONG lRes)
 {
     TakeResolution(lpDM, lpInstance, lRes);
-    const ResolutionRecord *lpRes = Resolution(lpInstance, lRes);
-    WORD wFlags = lpDM->Settings.wFlags;
-    if (lpRes && (lpRes->wFlags & RES_OPT_ON))
-        PutBits(wFlags, KV_FLAG_OPT, true);
-    if (lpRes && (lpRes->wFlags & RES_OPT_OFF))
-        PutBits(wFlags, KV_FLAG_OPT, false);
-    lpDM->Settings.wFlags = wFlags;
+    if (const ResolutionRecord *lpRes = Resolution(lpInstance, lRes))
+        lpDM->Settings.wFlags = WithVariant(lpDM->Settings.wFlags, *lpRes);
     TakeMedia(lpDM, lpInstance, lRes);
 }
 

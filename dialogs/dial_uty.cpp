@@ -68,11 +68,6 @@ static std::string LibraryOf(const std::string &strModel)
     return std::string(Get_UtilName(strModel.c_str())) + ".dll";
 }
 
-static void EnableControl(HWND hDlg, int id, bool bEnable)
-{
-    EnableWindow(GetDlgItem(hDlg, id), bEnable);
-}
-
 static INT_PTR OnInitDialog(HWND hDlg, LPARAM lParam)
 {
     SetCB(hDlg, CBOfPage(lParam));

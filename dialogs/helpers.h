@@ -78,6 +78,9 @@ void DrawPictureButton(const DRAWITEMSTRUCT &item, HMODULE hResLib, WORD idPictu
 
 // A trackbar over a rectangle in the parent's client coordinates; null on failure.
 HWND CreateSlideTrackBar(HWND hParent, int x, int y, int nWidth, int nHeight, int id);
+void EnableControl(HWND hDlg, int id, bool bEnable);
+void CheckBox(HWND hDlg, int id, bool bOn);
+void RedrawControl(HWND hDlg, int id);
 // The height of a line of text, in pixels.
 int GetTextHeight(HWND hWnd);
 // A text of a library, of at most 255 bytes, becomes the control's; a missing one reads as empty.

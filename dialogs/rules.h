@@ -9,6 +9,27 @@
 
 #include "datafile/instance.h"
 
+// Codes of a rule that all options share. Codes that nobody names change nothing.
+constexpr int16_t RULE_FREE = 0, RULE_ON = 1, RULE_OFF = 2;
+
+// ResolutionRecord.wFlags: which variant it is, by the HS and by the second MW option.
+constexpr WORD RES_HS_ON = 0x01, RES_HS_OFF = 0x02;
+constexpr WORD RES_OPT_ON = 0x10, RES_OPT_OFF = 0x20;
+
+constexpr WORD WithBits(WORD wWord, WORD wBits, bool bOn)
+{
+    return static_cast<WORD>(bOn ? wWord | wBits : wWord & ~wBits);
+}
+// Option flags with the second MW option as the resolution has it. One that is both clears it.
+constexpr WORD WithVariant(WORD wFlags, const ResolutionRecord &res)
+{
+    if (res.wFlags & RES_OPT_ON)
+        wFlags = WithBits(wFlags, KV_FLAG_OPT, true);
+    return res.wFlags & RES_OPT_OFF ? WithBits(wFlags, KV_FLAG_OPT, false) : wFlags;
+}
+
+// The resolution record at a position; null when there is none.
+const ResolutionRecord *Resolution(const UIINSTANCE *lpInstance, int nRes);
 // The rule of the current resolution and ink: the first whose resolution is nCurRes and whose ink
 // is bInk; all zero when there is none.
 MedResRule CurrentRule(const UIINSTANCE *lpInstance);

@@ -12,21 +12,6 @@ TEST_F(ApiTest, LevelsAreThoseOfTheItems)
     EXPECT_EQ(KVDD_GetCmdLevel(nullptr, KVDD_APIFLAG), 3);
 }
 
-TEST_F(ApiTest, AnItemOutsideTheTableIsUnknownEverywhere)
-{
-    const std::string before = BytesOf(record);
-    for (const uint32_t item : {0u, 15u, 90u, 111u, 65546u, 0xFFFFFFFFu}) {
-        SCOPED_TRACE(item);
-        uint16_t words[8] = {7};
-        EXPECT_EQ(KVDD_GetCmdLevel(nullptr, item), -1);
-        EXPECT_EQ(Range(item, words), -1);
-        EXPECT_EQ(Get(item, words), -1);
-        EXPECT_EQ(Set(item, 1), -1);
-        EXPECT_EQ(words[0], 7);
-    }
-    EXPECT_EQ(BytesOf(record), before);
-}
-
 TEST_F(ApiTest, SomeItemsHaveNoRangeOrCannotBeSet)
 {
     uint16_t words[8] = {};

@@ -30,26 +30,57 @@ static long EnteredCall(pid_t pid)
     return info.op == PTRACE_SYSCALL_INFO_ENTRY ? static_cast<long>(info.entry.nr) : -1;
 }
 
-std::optional<std::vector<long>> SystemCallsOf(const std::function<void()> &act)
+// The traced copy, stopped before the first bracket; -1 when it cannot be had.
+static pid_t StartTraced(const std::function<void()> &act)
 {
     const pid_t pid = fork();
     if (pid == 0)
         RunTraced(act);
     int status = 0;
     if (pid < 0 || waitpid(pid, &status, 0) != pid || !WIFSTOPPED(status))
-        return std::nullopt;
+        return -1;
     ptrace(PTRACE_SETOPTIONS, pid, nullptr, PTRACE_O_TRACESYSGOOD); // tells calls from signals
-    std::vector<long> calls;
-    int brackets = 0;
+    return pid;
+}
+
+// Lets the copy run on and tells of each call between the brackets, until it ends or the answer is
+// false. How many brackets it came by.
+static int FollowCalls(pid_t pid, const std::function<bool(long)> &onCall)
+{
+    int brackets = 0, status = 0;
     while (ptrace(PTRACE_SYSCALL, pid, nullptr, nullptr) == 0 && waitpid(pid, &status, 0) == pid &&
            WIFSTOPPED(status)) {
         const long call = EnteredCall(pid);
         if (call == BRACKET)
             ++brackets;
-        else if (call >= 0 && brackets == 1)
-            calls.push_back(call);
+        else if (call >= 0 && brackets == 1 && !onCall(call))
+            break;
     }
-    if (brackets != 2)
+    return brackets;
+}
+
+std::optional<std::vector<long>> SystemCallsOf(const std::function<void()> &act)
+{
+    const pid_t pid = StartTraced(act);
+    std::vector<long> calls;
+    const auto keep = [&](long call) {
+        calls.push_back(call);
+        return true;
+    };
+    if (pid < 0 || FollowCalls(pid, keep) != 2)
         return std::nullopt;
     return calls;
+}
+
+std::optional<bool> KilledAtCall(const std::function<void()> &act, size_t n)
+{
+    const pid_t pid = StartTraced(act);
+    if (pid < 0)
+        return std::nullopt;
+    const int brackets = FollowCalls(pid, [&](long) { return n-- > 0; });
+    if (brackets == 2)
+        return false;
+    kill(pid, SIGKILL);
+    waitpid(pid, nullptr, 0);
+    return true;
 }

@@ -19,6 +19,8 @@ CBSTRUC *FindCB(HWND hDlg);
 // For everybody else: without state the program is stopped, after a message that names the
 // expression and lpFile, the caller's source file.
 CBSTRUC *RequireCB(HWND hDlg, LPCSTR lpFile);
+// Likewise for a record without an orientation, by those who choose a picture or a text by it.
+void RequireOrientation(const DriverDevMode *lpDM, LPCSTR lpFile);
 // A page's WM_INITDIALOG brings its part of the sheet, whose application value is the block.
 CBSTRUC *CBOfPage(LPARAM lParam);
 

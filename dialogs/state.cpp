@@ -35,6 +35,12 @@ CBSTRUC *RequireCB(HWND hDlg, LPCSTR lpFile)
     return lpcbstruc;
 }
 
+void RequireOrientation(const DriverDevMode *lpDM, LPCSTR lpFile)
+{
+    if (lpDM->dm.dmOrientation == 0)
+        Stop("lpdi->dmOrientation", lpFile);
+}
+
 CBSTRUC *CBOfPage(LPARAM lParam)
 {
     return reinterpret_cast<CBSTRUC *>(reinterpret_cast<const PROPSHEETPAGEA *>(lParam)->lParam);

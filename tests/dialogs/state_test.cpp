@@ -170,10 +170,13 @@ TEST_F(State, BeforeItsOpeningAPageTouchesNothing)
     }
 }
 
-TEST_F(State, WithoutABlockTheProgramStopsAndSaysWhere)
+TEST_F(State, WithoutABlockOrAnOrientationTheProgramStopsAndSaysWhere)
 {
     kvp::SetBoxHandler(nullptr);
     EXPECT_DEATH(RequireCB(nullptr, "dial_uty"), "lpcbstruc.*dial_uty");
+    EXPECT_DEATH(RequireOrientation(&dm, "dial_bas"), "lpdi->dmOrientation.*dial_bas");
+    dm.dm.dmOrientation = 1;
+    RequireOrientation(&dm, "dial_bas");
 }
 
 TEST_F(State, APrinterThatSaysNothingIsCalledAsTheRecordSays)

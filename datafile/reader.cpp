@@ -213,6 +213,7 @@ void FreeSettingsSlots(std::span<SettingsRecord> slots, DWORD nFirst)
 void MarkPaperSlotsFree(std::span<UserPaperRecord> slots, const PaperRecord &userDefined)
 {
     for (UserPaperRecord &slot : slots) {
+        slot = {};
         slot.paper = userDefined;
         slot.wState = STATE_FREE;
     }
@@ -225,6 +226,5 @@ void FreePaperSlots(std::span<UserPaperRecord> slots, const PaperRecord &userDef
     for (UserPaperRecord &slot : slots) {
         slot.paper.wId = static_cast<int16_t>(nId++);
         slot.wMark = MARK_FREE;
-        slot.szName[0] = '\0';
     }
 }

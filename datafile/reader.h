@@ -101,8 +101,8 @@ UserFileState ReadUcf(LPCSTR lpName, const CfgHeader &cfg, std::span<SettingsRec
 void FreeSettingsSlots(std::span<SettingsRecord> slots, DWORD nFirst);
 // As for a user without a file.
 void FreePaperSlots(std::span<UserPaperRecord> slots, const PaperRecord &userDefined);
-// As for a file of another version: paper and state only, so that identifiers stay that of the
-// user-defined paper, marks and names what they were.
+// As for a file of another version: identifiers stay that of the user-defined paper, marks and
+// names are zero, whatever an earlier reading has left.
 void MarkPaperSlotsFree(std::span<UserPaperRecord> slots, const PaperRecord &userDefined);
 
 #endif

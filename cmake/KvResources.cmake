@@ -31,12 +31,14 @@
 #
 # A language may have several STRINGTABLEs, but an id only once per language.
 #
-#   kv_picture(OUT SVG WIDTHxHEIGHT [WIDTHxHEIGHT ...] [GRAY] [MIRROR] [BACKGROUND RRGGBB])
+#   kv_picture(OUT SVG WIDTHxHEIGHT [WIDTHxHEIGHT ...] [GRAY] [MIRROR] [BACKGROUND RRGGBB]
+#              [LAYERS id ...])
 #
 # renders a drawing into OUT, a .bmp of one size or an .ico of several, a name in the current build
 # folder. GRAY takes the colours away, MIRROR exchanges left and right; a bitmap is laid on
-# BACKGROUND, the grey of dialogs unless given. A library whose script names the picture takes OUT's
-# folder in INCLUDES and OUT in DEPENDS, and stands in the same CMakeLists.txt.
+# BACKGROUND, the grey of dialogs unless given. With LAYERS only these elements of the drawing show,
+# the last on top. A library whose script names the picture takes OUT's folder in INCLUDES and OUT
+# in DEPENDS, and stands in the same CMakeLists.txt.
 #
 #   kv_embed_resources(TARGET DLL_TARGET)
 #
@@ -126,7 +128,7 @@ function(kv_embed_resources target dll_target)
 endfunction()
 
 function(kv_picture out svg)
-    cmake_parse_arguments(ARG "GRAY;MIRROR" "BACKGROUND" "" ${ARGN})
+    cmake_parse_arguments(ARG "GRAY;MIRROR" "BACKGROUND" "LAYERS" ${ARGN})
     get_filename_component(output ${out} ABSOLUTE BASE_DIR ${CMAKE_CURRENT_BINARY_DIR})
     get_filename_component(source ${svg} ABSOLUTE)
     get_filename_component(folder ${output} DIRECTORY)
@@ -140,6 +142,9 @@ function(kv_picture out svg)
     if(ARG_BACKGROUND)
         list(APPEND options --background ${ARG_BACKGROUND})
     endif()
+    foreach(layer IN LISTS ARG_LAYERS)
+        list(APPEND options --layer ${layer})
+    endforeach()
     add_custom_command(
         OUTPUT ${output}
         COMMAND ${CMAKE_COMMAND} -E make_directory ${folder}

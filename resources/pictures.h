@@ -53,4 +53,8 @@
 /* HT choices: the first one plus the choice, 0 to 3 */
 #define PICTURE_HT 1350
 
+/* The Paper page's preview: this plus 500 for each preview class, 100 for each source before the
+   paper's, 50 for landscape and 10 for the centered area */
+#define PICTURE_PREVIEW 4000
+
 #endif

@@ -38,3 +38,24 @@ foreach(mode custom draft best economy normal fine photo text retouching full_do
     kv_model_picture(${mode}_mirror 64x92 DRAWING ${mode} MIRROR)
     kv_model_picture(${mode}_black_mirror 64x92 DRAWING ${mode} GRAY MIRROR)
 endforeach()
+
+# kv_preview_pictures(KIND FEED...): what the Paper page shows for a kind of paper from each feed,
+# for both orientations and printable areas: KIND_FEED_ORIENTATION_AREA.bmp.
+function(kv_preview_pictures kind)
+    foreach(feed IN LISTS ARGN)
+        foreach(orientation portrait landscape)
+            foreach(area maximum centered)
+                kv_model_picture(${kind}_${feed}_${orientation}_${area} 120x134 DRAWING preview
+                                 BACKGROUND FFFFFF
+                                 LAYERS sheet-${kind} ${area}-${kind} ${orientation}-${kind}
+                                        feed-${feed})
+            endforeach()
+        endforeach()
+    endforeach()
+    set(KV_PICTURES ${KV_PICTURES} PARENT_SCOPE)
+endfunction()
+
+kv_preview_pictures(plain cassette manual roll envelope rear)
+kv_preview_pictures(envelope manual envelope)
+kv_preview_pictures(card cassette manual rear)
+kv_preview_pictures(long manual roll)

@@ -62,6 +62,17 @@ TEST(Picture, ChangesServeSeveralPicturesFromOneDrawing)
     EXPECT_THAT(image.pixels, ElementsAre(0xFF1D1D1D, 0xFF606060, 0xFFC0C0C0, 0xFFC0C0C0));
 }
 
+TEST(Picture, LayersShowAloneAndInTheOrderGiven)
+{
+    const Drawing layers("<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 2 1'>"
+                         "<path id='left' d='M0 0 h1 v1 h-1 Z' fill='#f00'/>"
+                         "<path id='all' d='M0 0 h2 v1 h-2 Z' fill='#00f'/></svg>");
+    const std::string left[] = {"left"}, leftOnTop[] = {"all", "left"}, missing[] = {"left", "no"};
+    EXPECT_THAT(kvpic::Render(layers.file, 2, 1, left).pixels, ElementsAre(RED, CLEAR));
+    EXPECT_THAT(kvpic::Render(layers.file, 2, 1, leftOnTop).pixels, ElementsAre(RED, BLUE));
+    EXPECT_THROW(kvpic::Render(layers.file, 2, 1, missing), std::runtime_error);
+}
+
 TEST(Picture, WhatCannotBeDrawnIsNamed)
 {
     const Drawing text("This is no drawing.");
@@ -126,6 +137,7 @@ constexpr struct {
     {IDD_MAIN, IDC_MAIN_MW_PICTURE, PICTURE_LINE_MW, 1},
     {IDD_MAIN, IDC_MAIN_HS_PICTURE, PICTURE_LINE_HS, 1},
     {IDD_MAIN, IDC_MAIN_INTENT_PICTURE, PICTURE_LINE_INTENT, 1},
+    {IDD_PAPER, IDC_PAPER_PREVIEW, PICTURE_PREVIEW, 1},
 };
 
 void ExpectFits(HMODULE library, int picture, const RECT &room)

@@ -1,10 +1,11 @@
-// The sample models as they are built: every text that their data asks for is there, in both
-// languages, and the model table leads to the files.
+// The sample models as they are built: every text and preview that their data asks for is there,
+// and the model table leads to the files.
 #include <fstream>
 #include <iterator>
 #include <set>
 
 #include "base/modeltable.h"
+#include "resources/pictures.h"
 #include "tests/support/machine.h"
 #include "tests/support/model_builder.h"
 #include "tools/kvmodel/model.h"
@@ -56,24 +57,34 @@ constexpr Sample aSamples[] = {{"KORVA KJ-150", "KJ150", "KJ150UI"},
 
 class Samples : public MachineTest
 {
+  protected:
+    // A sample's library, as if it stood on this machine.
+    static HMODULE LibraryOf(const Sample &sample)
+    {
+        const std::string name = sample.ui + std::string(".DLL");
+        kvp::PutMemoryFile(DRIVER_DIR + name, FileBytes("system32/spool/drivers/w32x86/1/" + name));
+        return LoadLibraryA((DRIVER_DIR + name).c_str());
+    }
+
+    static void ReadData(const Sample &sample, kvm::ModelFiles &model)
+    {
+        const std::string base = sample.data;
+        kvm::Problems problems;
+        ASSERT_TRUE(
+            kvm::ReadModel(FileBytes(base + ".dat"), FileBytes(base + ".cfg"), model, problems));
+    }
 };
 
 TEST_F(Samples, EveryTextIsThereInBothLanguages)
 {
     for (const Sample &sample : aSamples) {
-        const std::string base = sample.data;
         kvm::ModelFiles model;
-        kvm::Problems problems;
-        ASSERT_TRUE(
-            kvm::ReadModel(FileBytes(base + ".dat"), FileBytes(base + ".cfg"), model, problems));
-        const std::string library = std::string(DRIVER_DIR) + sample.ui + ".DLL";
-        kvp::PutMemoryFile(library, FileBytes("system32/spool/drivers/w32x86/1/" +
-                                              std::string(sample.ui) + ".DLL"));
+        ReadData(sample, model);
         std::set<std::u16string> english;
         for (const LANGID language : {LANGID{0x0409}, LANGID{0x0411}}) {
             machine.wLang = language;
             Apply();
-            HMODULE module = LoadLibraryA(library.c_str());
+            HMODULE module = LibraryOf(sample);
             ASSERT_NE(module, nullptr);
             for (const UINT id : TextsOf(model)) {
                 SCOPED_TRACE(std::to_string(id) + " " + sample.name);
@@ -88,6 +99,33 @@ TEST_F(Samples, EveryTextIsThereInBothLanguages)
             }
             FreeLibrary(module);
         }
+    }
+}
+
+// The user-defined paper is what remains of a saved size that is gone, whatever the source.
+bool MayLieIn(const PaperRecord &paper, const BinRecord &source)
+{
+    return paper.wId == KV_PAPER_USER || (paper.wBinMask >> source.wKind & 1);
+}
+
+TEST_F(Samples, EveryPaperHasItsPreviewsFromEverySource)
+{
+    for (const Sample &sample : aSamples) {
+        kvm::ModelFiles model;
+        ReadData(sample, model);
+        HMODULE module = LibraryOf(sample);
+        ASSERT_NE(module, nullptr);
+        for (const PaperRecord &paper : model.papers)
+            for (size_t source = 0; source < model.sources.size(); ++source)
+                for (const int turned : {0, 50, 10, 60}) {
+                    const int id =
+                        PICTURE_PREVIEW + 500 * paper.w14 + 100 * static_cast<int>(source) + turned;
+                    HBITMAP bitmap = LoadBitmapA(module, MAKEINTRESOURCEA(id));
+                    EXPECT_TRUE(bitmap || !MayLieIn(paper, model.sources[source]))
+                        << sample.name << " " << id;
+                    DeleteObject(bitmap);
+                }
+        FreeLibrary(module);
     }
 }
 

@@ -18,7 +18,7 @@ constexpr int EXIT_GOOD = 0, EXIT_BAD = 1, EXIT_USAGE = 2;
 
 struct Order {
     std::string source, target, background;
-    std::vector<std::string> sizes;
+    std::vector<std::string> sizes, layers;
     bool gray = false, mirror = false;
 
     bool IsIcon() const { return fs::path(target).extension() == ".ico"; }
@@ -49,7 +49,7 @@ kvpic::Image Draw(const Order &order, const std::string &size)
 {
     const auto [width, height] =
         SizeOf(size, order.IsIcon() ? kvpic::MOST_ICON_PIXELS : kvpic::MOST_PIXELS);
-    kvpic::Image image = kvpic::Render(order.source, width, height);
+    kvpic::Image image = kvpic::Render(order.source, width, height, order.layers);
     if (order.gray)
         kvpic::MakeGray(image);
     if (order.mirror)
@@ -93,12 +93,14 @@ int Run(const Order &order)
 int Command(int argc, char **argv)
 {
     CLI::App app("Renders a drawing into a bitmap or an icon.");
-    Order order{.source = {}, .target = {}, .background = "C0C0C0", .sizes = {}};
+    Order order{.source = {}, .target = {}, .background = "C0C0C0", .sizes = {}, .layers = {}};
     app.add_option("source", order.source, "DRAWING.svg")->required();
     app.add_option("sizes", order.sizes, "WIDTHxHEIGHT; several for an icon")->required();
     app.add_option("-o,--output", order.target, "PICTURE.bmp or PICTURE.ico")->required();
     app.add_option("-b,--background", order.background,
                    "RRGGBB behind a bitmap; default: the grey of dialogs");
+    app.add_option("--layer", order.layers, "element to show alone, by its id; may be repeated")
+        ->allow_extra_args(false);
     app.add_flag("--gray", order.gray, "without colours");
     app.add_flag("--mirror", order.mirror, "left and right exchanged");
     try {

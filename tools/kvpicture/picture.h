@@ -20,8 +20,11 @@ struct Image {
 constexpr int MOST_PIXELS = 1024, MOST_ICON_PIXELS = 256;
 
 // The drawing in the middle of a picture of this size, as large as its shape allows. Throws
-// std::runtime_error, naming the file, when it is missing or no SVG.
-Image Render(const std::string &file, int width, int height);
+// std::runtime_error, naming the file, when it is missing or no SVG. When layers are named, only
+// these elements of the drawing show, one over the other in the order given; one that the drawing
+// lacks is an error.
+Image Render(const std::string &file, int width, int height,
+             std::span<const std::string> layers = {});
 
 // Each of these works on a picture as it is.
 void Mirror(Image &image); // left and right change places

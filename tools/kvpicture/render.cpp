@@ -55,7 +55,18 @@ static Image TakeOut(cairo_surface_t *surface, int width, int height)
     return image;
 }
 
-Image Render(const std::string &file, int width, int height)
+// The whole drawing, or its layers in their order.
+static bool Draw(RsvgHandle *handle, cairo_t *cr, const RsvgRectangle &room,
+                 std::span<const std::string> layers, GError **error)
+{
+    if (layers.empty())
+        return rsvg_handle_render_document(handle, cr, &room, error);
+    return std::all_of(layers.begin(), layers.end(), [&](const std::string &layer) {
+        return rsvg_handle_render_layer(handle, cr, ("#" + layer).c_str(), &room, error);
+    });
+}
+
+Image Render(const std::string &file, int width, int height, std::span<const std::string> layers)
 {
     GError *error = nullptr;
     const Handle handle(rsvg_handle_new_from_file(file.c_str(), &error));
@@ -64,7 +75,7 @@ Image Render(const std::string &file, int width, int height)
     const Surface surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height));
     const Context cr(cairo_create(surface.get()));
     const RsvgRectangle whole{0, 0, static_cast<double>(width), static_cast<double>(height)};
-    if (!rsvg_handle_render_document(handle.get(), cr.get(), &whole, &error) ||
+    if (!Draw(handle.get(), cr.get(), whole, layers, &error) ||
         cairo_status(cr.get()) != CAIRO_STATUS_SUCCESS)
         throw Problem(file, error);
     return TakeOut(surface.get(), width, height);

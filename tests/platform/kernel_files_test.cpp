@@ -1,9 +1,14 @@
 // Reading and writing through handles, and what failures leave behind.
 #include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <csignal>
+#include <set>
 #include <utility>
+
+#include <gmock/gmock.h>
 
 #include "platform/kernel/writer.h"
 #include "tests/platform/kernel_support.h"
@@ -292,6 +297,44 @@ TEST_F(KernelWriting, ADiskThatIsFullLeavesTheOldFile)
     EXPECT_EQ(dwError, 112u);
     EXPECT_EQ(Contents(UCF), "old");
     EXPECT_EQ(NamesIn("c/winnt35/system32").size(), 1u);
+}
+
+// Saves of one letter until told to stop; the child's process id.
+static pid_t SaveForever(const char *name, char letter)
+{
+    const pid_t process = fork();
+    if (process != 0)
+        return process;
+    const std::string all(20000, letter);
+    for (;;) {
+        OFSTRUCT of{};
+        const HFILE hFile = OpenFile(name, &of, OF_WRITE);
+        for (size_t i = 0; i < all.size(); i += 100) // as a table is written, record by record
+            _lwrite(hFile, &all[i], 100);
+        _lclose(hFile);
+    }
+}
+
+TEST_F(KernelWriting, WhileTwoProcessesSaveAReaderFindsOneOfThemWhole)
+{
+    PutOnDisk(UCF_PLACE, std::string(20000, 'a'));
+    const pid_t aWriters[] = {SaveForever(UCF, 'a'), SaveForever(UCF, 'b')};
+    int nTorn = 0;
+    std::set<char> letters;
+    for (int i = 0; i < 5000 || (letters.size() < 2 && i < 1000000); ++i) {
+        const std::string strNow = Contents(UCF).value_or("");
+        nTorn += strNow.size() != 20000 || strNow.find_first_not_of(strNow[0]) != strNow.npos;
+        letters.insert(strNow.empty() ? '?' : strNow[0]);
+    }
+    // Wherever they are killed, the file is one of the two.
+    for (const pid_t process : aWriters) {
+        kill(process, SIGKILL);
+        waitpid(process, nullptr, 0);
+    }
+    EXPECT_EQ(nTorn, 0);
+    EXPECT_EQ(letters, (std::set<char>{'a', 'b'}));
+    EXPECT_THAT(Contents(UCF).value_or(""),
+                testing::AnyOf(std::string(20000, 'a'), std::string(20000, 'b')));
 }
 
 TEST_F(KernelWriting, ADirectoryThatWentMakesTheCloseFail)

@@ -36,6 +36,8 @@ static Window *MakeStatic(Window &parent, DWORD style, int id, const RECT &rc)
 {
     if ((style & STATIC_KIND) == STATIC_BLACK_FRAME)
         return Make<BlackFrame>(parent, style, id, rc);
+    if ((style & STATIC_KIND) == STATIC_BITMAP)
+        return Make<StaticPicture>(parent, style, id, rc);
     return Make<StaticText>(parent, style, id, rc);
 }
 

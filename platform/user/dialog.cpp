@@ -3,9 +3,10 @@
 
 #include <algorithm>
 
-#include "platform/win32.h"
 #include "platform/user/button.h"
+#include "platform/user/static.h"
 #include "platform/user/transcript.h"
+#include "platform/win32.h"
 
 namespace kvp
 {
@@ -71,9 +72,12 @@ void Dialog::Erase(HDC hdc)
 
 bool Dialog::Start(const DialogTemplate &shape, LPARAM parameter)
 {
-    for (const TemplateItem &item : shape.items)
-        MakeControl(*this, item.className, item.style, item.id,
-                    PixelsOf(item.x, item.y, item.cx, item.cy), item.text);
+    for (const TemplateItem &item : shape.items) {
+        Window *control = MakeControl(*this, item.className, item.style, item.id,
+                                      PixelsOf(item.x, item.y, item.cx, item.cy), item.text);
+        if (auto *shown = dynamic_cast<StaticPicture *>(control))
+            shown->Load(shape.module, item.number);
+    }
     Window *first = FirstTabStop(*this);
     return Message(WM_INITDIALOG, reinterpret_cast<WPARAM>(first ? first->Handle() : nullptr),
                    parameter) != FALSE;

@@ -1,6 +1,8 @@
 // Texts and frames.
 #include "platform/user/static.h"
 
+#include "platform/resource/resource.h"
+
 namespace kvp
 {
 
@@ -29,6 +31,21 @@ void BlackFrame::Paint(HDC hdc)
 {
     AskColors(*this, hdc, WM_CTLCOLORSTATIC);
     Outline(hdc, Client(), DARK);
+}
+
+void StaticPicture::Load(HINSTANCE module, WORD number)
+{
+    bitmap = DecodeDib(FindResource(module, RESOURCE_BITMAP, number));
+    bitmapNumber = number;
+}
+
+void StaticPicture::Paint(HDC hdc)
+{
+    Fill(hdc, Client(), AskColors(*this, hdc, WM_CTLCOLORSTATIC));
+    if (!bitmap)
+        return;
+    DrawSurface(hdc, 0, 0, *bitmap);
+    picture = bitmapNumber;
 }
 
 } // namespace kvp

@@ -71,8 +71,7 @@ static TemplateItem ReadItem(Reader &reader, bool extended)
         *field = reader.Take<SHORT>();
     item.id = extended ? static_cast<int>(reader.Take<DWORD>() & 0xFFFF) : reader.Take<WORD>();
     item.className = ClassOf(reader);
-    uint16_t number;
-    item.text = reader.TextOrNumber(number);
+    item.text = reader.TextOrNumber(item.number);
     reader.at += reader.Take<WORD>(); // data for the control's making
     return item;
 }
@@ -117,7 +116,12 @@ std::optional<DialogTemplate> LoadTemplate(HINSTANCE module, LPCSTR name)
     if (id > 0xFFFF)
         return std::nullopt;
     const Bytes bytes = FindResource(module, RESOURCE_DIALOG, static_cast<uint16_t>(id));
-    return bytes.empty() ? std::nullopt : ReadTemplate(bytes);
+    if (bytes.empty())
+        return std::nullopt;
+    auto shape = ReadTemplate(bytes);
+    if (shape)
+        shape->module = module;
+    return shape;
 }
 
 RECT PixelsOf(SHORT x, SHORT y, SHORT cx, SHORT cy)

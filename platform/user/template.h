@@ -16,8 +16,10 @@ struct TemplateItem {
     SHORT x, y, cx, cy; // dialog units
     int id;
     std::u16string className, text;
+    WORD number; // of the resource that stands in the text's place, or 0
 };
 struct DialogTemplate {
+    HINSTANCE module; // where it comes from
     DWORD style;
     SHORT x, y, cx, cy;
     std::u16string caption;

@@ -1,0 +1,2 @@
+// The KORVA KJ-150's name, for the dialogs of all models. Macros only.
+#define MODEL_NAME "KORVA KJ-150"

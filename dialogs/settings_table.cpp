@@ -1,6 +1,9 @@
 // The table of settings: bounds, and the way from a record to the settings being edited.
 #include "dialogs/settings_table.h"
 
+#include <algorithm>
+#include <cstring>
+
 static constexpr int ADJUSTMENTS = 6, FIRST_NEGATED = 3;
 
 int32_t FirstUserSlot(const UIINSTANCE *lpInstance)
@@ -18,6 +21,25 @@ SettingsRecord *SettingAt(UIINSTANCE *lpInstance, int32_t nSetting)
 SettingsRecord *CurrentSetting(UIINSTANCE *lpInstance)
 {
     return SettingAt(lpInstance, lpInstance->nCurSetting);
+}
+
+std::span<SettingsRecord> UserSlots(UIINSTANCE *lpInstance)
+{
+    std::vector<SettingsRecord> &settings = lpInstance->dat.lpSettings;
+    const size_t nEnd = std::min<size_t>(lpInstance->dat.nSettings, settings.size());
+    const size_t nFirst = std::min(static_cast<size_t>(FirstUserSlot(lpInstance)), nEnd);
+    return std::span(settings).subspan(nFirst, nEnd - nFirst);
+}
+
+std::span<SettingsRecord> UserSettings(UIINSTANCE *lpInstance)
+{
+    const auto slots = UserSlots(lpInstance);
+    return slots.first(std::min<size_t>(lpInstance->dat.nUserUsed, slots.size()));
+}
+
+std::string SettingName(const SettingsRecord &record)
+{
+    return {record.szName, strnlen(record.szName, sizeof record.szName)};
 }
 
 void TakeRecord(UIINSTANCE *lpInstance, const SettingsRecord &record)

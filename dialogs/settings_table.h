@@ -4,6 +4,9 @@
 #ifndef KV_DIALOGS_SETTINGS_TABLE_H
 #define KV_DIALOGS_SETTINGS_TABLE_H
 
+#include <span>
+#include <string>
+
 #include "datafile/instance.h"
 
 // UIINSTANCE.nListState: an entry of the table is current; the settings are custom; an entry again,
@@ -16,6 +19,12 @@ int32_t FirstUserSlot(const UIINSTANCE *lpInstance);
 SettingsRecord *SettingAt(UIINSTANCE *lpInstance, int32_t nSetting);
 // That of nCurSetting.
 SettingsRecord *CurrentSetting(UIINSTANCE *lpInstance);
+
+// The user's slots, and the first of them, which are in use, the newest first.
+std::span<SettingsRecord> UserSlots(UIINSTANCE *lpInstance);
+std::span<SettingsRecord> UserSettings(UIINSTANCE *lpInstance);
+// What a user's setting is called: at most 16 bytes.
+std::string SettingName(const SettingsRecord &record);
 
 // Ink, HT and options become those being edited.
 void TakeRecord(UIINSTANCE *lpInstance, const SettingsRecord &record);

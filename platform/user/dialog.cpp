@@ -56,14 +56,22 @@ LRESULT Dialog::Message(UINT msg, WPARAM wParam, LPARAM lParam)
     return answer ? messageResult : Window::Message(msg, wParam, lParam);
 }
 
+// White, or with the 3-D look grey but for what is typed in or chosen from.
+COLORREF Dialog::DefaultColor(UINT ctlColor) const
+{
+    const bool field = ctlColor == WM_CTLCOLOREDIT || ctlColor == WM_CTLCOLORLISTBOX;
+    return (style & STYLE_3D_LOOK) && !field ? FACE : LIGHT;
+}
+
 void Dialog::Erase(HDC hdc)
 {
     SetTextColor(hdc, DARK);
-    SetBkColor(hdc, LIGHT);
+    const COLORREF standard = DefaultColor(WM_CTLCOLORDLG);
+    SetBkColor(hdc, standard);
     const LRESULT answer =
         Message(WM_CTLCOLORDLG, reinterpret_cast<WPARAM>(hdc), reinterpret_cast<LPARAM>(Handle()));
     const Object *brush = ObjectOf(reinterpret_cast<HGDIOBJ>(answer));
-    Fill(hdc, Client(), brush && brush->kind == ObjectKind::Brush ? brush->color : LIGHT);
+    Fill(hdc, Client(), brush && brush->kind == ObjectKind::Brush ? brush->color : standard);
     const Dc *dc = DcOf(hdc);
     for (Window *child : children)
         if (!IsEmpty(Intersect(dc->clip, Moved(child->rc, dc->origin.x, dc->origin.y))))

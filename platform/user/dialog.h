@@ -21,6 +21,7 @@ class Dialog : public Window
     const char *Kind() const override { return parent ? "page" : "dialog"; }
     LRESULT Message(UINT msg, WPARAM wParam, LPARAM lParam) override;
     void Erase(HDC hdc) override;
+    COLORREF DefaultColor(UINT ctlColor) const override;
     void PressDefault() override;
     void PressCancel() override;
 

@@ -23,7 +23,7 @@ constexpr COLORREF FACE = RGB(192, 192, 192), SHADOW = RGB(128, 128, 128),
 // ---- styles that templates carry --------------------------------------------------------------
 
 constexpr DWORD STYLE_DISABLED = 0x08000000, STYLE_CAPTION = 0x00C00000, STYLE_BORDER = 0x00800000,
-                STYLE_GROUP = 0x00020000;
+                STYLE_GROUP = 0x00020000, STYLE_3D_LOOK = 4; // the last: of a dialog
 
 // The frame round a top-level window, and the caption's part of it.
 constexpr int FRAME_SIDE = 5, FRAME_TOP = 24;

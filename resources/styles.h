@@ -13,6 +13,7 @@
 #define WS_GROUP 0x00020000
 #define WS_TABSTOP 0x00010000
 #define BS_OWNERDRAW 0x000B
+#define DS_3DLOOK 0x0004
 #define DS_MODALFRAME 0x0080
 #define SS_BLACKFRAME 0x0007
 #define SS_BITMAP 0x000E
@@ -31,7 +32,7 @@
 #endif
 
 #define PAGE_STYLE WS_CHILD | WS_DISABLED | WS_CAPTION
-#define DIALOG_STYLE WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME
+#define DIALOG_STYLE WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_3DLOOK
 #define DRAWN_LIST                                                                                 \
     CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS | CBS_SORT | WS_VSCROLL | WS_TABSTOP
 /* Pictures that only show something take neither focus nor clicks. */

@@ -245,11 +245,9 @@ static std::u16string ResourceText(UINT uId)
     return std::u16string(awch, static_cast<size_t>(std::max(cch, 0)));
 }
 
-// A name that fills its field without a terminator ends with the field.
-static std::u16string SlotName(const UserPaperRecord &slot)
+static std::u16string WideSlotName(const UserPaperRecord &slot)
 {
-    const std::string strName(slot.szName, strnlen(slot.szName, sizeof slot.szName));
-    LPWSTR lpWide = PreShiftJISToUnicode(strName.c_str());
+    LPWSTR lpWide = PreShiftJISToUnicode(SlotName(slot).c_str());
     std::u16string wstrName(lpWide ? lpWide : u"");
     PostShiftJISToUnicode(lpWide);
     return wstrName;
@@ -270,7 +268,7 @@ DWORD Get_PaperNames(const DriverDevMode *lpDM, LPWSTR lpNames, HANDLE hPrinter)
     const auto store = [=](DWORD i, const PaperRecord &paper, const UserPaperRecord *lpSlot) {
         const int nStringId = paper.wId;
         PutName(lpNames, i, PAPERNAME_CHARS,
-                lpSlot ? SlotName(*lpSlot) : ResourceText(static_cast<UINT>(nStringId)));
+                lpSlot ? WideSlotName(*lpSlot) : ResourceText(static_cast<UINT>(nStringId)));
     };
     return WithNames(lpDM, hPrinter, [&](const DatFile &block) {
         return ListPapers(lpDM, block, lpNames != nullptr, store);

@@ -2,6 +2,7 @@
 #include "datafile/tables.h"
 
 #include <algorithm>
+#include <cstring>
 
 FileState ReadDatTables(LPCSTR lpName, DatFile *lpBlock)
 {
@@ -106,6 +107,11 @@ std::span<const BinRecord> Bins(const DatFile &block)
 std::span<const UserPaperRecord> UserPapersInUse(const DatFile &block)
 {
     return FirstOf(block.lpUserPapers, block.nUserPaperUsed);
+}
+
+std::string SlotName(const UserPaperRecord &slot)
+{
+    return std::string(slot.szName, strnlen(slot.szName, sizeof slot.szName));
 }
 
 int FindPaperIndex(const DatFile &block, int nId)

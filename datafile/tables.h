@@ -6,6 +6,7 @@
 #define KV_DATAFILE_TABLES_H
 
 #include <span>
+#include <string>
 
 #include "datafile/instance.h"
 #include "datafile/reader.h"
@@ -30,6 +31,8 @@ const UserPaperRecord *FindUserPaper(const DatFile &block, int nId);
 int FindUserPaperIndex(const DatFile &block, int nId);
 // The slots in use: the first nUserPaperUsed.
 std::span<const UserPaperRecord> UserPapersInUse(const DatFile &block);
+// What the user has called a slot. A name that fills its field without a terminator ends with it.
+std::string SlotName(const UserPaperRecord &slot);
 // The papers, without what may be left behind them from another model.
 std::span<const PaperRecord> Papers(const DatFile &block);
 std::span<const BinRecord> Bins(const DatFile &block);

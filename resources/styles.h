@@ -18,7 +18,10 @@
 #define SS_BLACKFRAME 0x0007
 #define SS_BITMAP 0x000E
 #define ES_AUTOHSCROLL 0x0080
+#define ES_READONLY 0x0800
 #define LBS_NOTIFY 0x0001
+#define LBS_OWNERDRAWFIXED 0x0010
+#define LBS_HASSTRINGS 0x0040
 #define SBS_VERT 0x0001
 #define CBS_DROPDOWNLIST 0x0003
 #define CBS_OWNERDRAWFIXED 0x0010
@@ -35,6 +38,10 @@
 #define DIALOG_STYLE WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_3DLOOK
 #define DRAWN_LIST                                                                                 \
     CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS | CBS_SORT | WS_VSCROLL | WS_TABSTOP
+#define DRAWN_LIST_BOX                                                                             \
+    LBS_NOTIFY | LBS_OWNERDRAWFIXED | LBS_HASSTRINGS | WS_BORDER | WS_VSCROLL | WS_TABSTOP
+/* A number to be read, and to be copied, but not to be stopped at. */
+#define SHOWN_NUMBER ES_AUTOHSCROLL | ES_READONLY | NOT WS_TABSTOP
 /* Pictures that only show something take neither focus nor clicks. */
 #define DRAWN_PICTURE BS_OWNERDRAW | WS_DISABLED
 #define DRAWN_BUTTON BS_OWNERDRAW | WS_TABSTOP

@@ -56,5 +56,9 @@
 /* The Paper page's preview: this plus 500 for each preview class, 100 for each source before the
    paper's, 50 for landscape and 10 for the centered area */
 #define PICTURE_PREVIEW 4000
+#define PREVIEW_CLASS 500
+#define PREVIEW_SOURCE 100
+#define PREVIEW_LANDSCAPE 50
+#define PREVIEW_CENTERED 10
 
 #endif

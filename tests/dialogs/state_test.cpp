@@ -1,16 +1,13 @@
-// The sheet's state: where it comes from, who sees it, and what happens without it. The sheet runs
-// inside the test here, with the module's resources as a library.
+// The sheet's state: where it comes from, who sees it, and what happens without it.
 #include <array>
 
-#include "base/modeltable.h"
 #include "base/module.h"
 #include "base/text.h"
 #include "dialogs/helpers.h"
 #include "dialogs/pages.h"
-#include "interface/sheet.h"
 #include "platform/win32.h"
 #include "resources/main_ids.h"
-#include "tests/dialogs/dialogs_fixture.h"
+#include "tests/dialogs/sheet_fixture.h"
 
 namespace
 {
@@ -18,41 +15,15 @@ namespace
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
-class State : public DialogsTest
+class State : public SheetTest
 {
   protected:
-    State()
-    {
-        InstallFiles();
-        InstallUILibrary();
-        InstallLibrary(KV_TEST_UTILITY, UTILITY);
-        LoadDataFile();
-        hModule = kvp::LoadHostLibrary(KV_DRIVER_RESOURCES);
-        KVWStrcpy(wszName, u"KORVA A");
-        KVMemcpy(dm.wszModelName, wszName, sizeof wszName);
-        queue = std::make_unique<OpenQueue>("Office", "KORVA A");
-        block.hPrinter = queue->hPrinter;
-    }
-    ~State() override
-    {
-        FreeLibrary(hModule);
-        hModule = nullptr;
-        FreeDataFile();
-    }
-    LONG Enter(std::vector<Person::Step> steps)
-    {
-        person.Will(std::move(steps));
-        return UIEnterDevMode(&dm, hModule, nullptr, 0, &block);
-    }
+    State() { InstallLibrary(KV_TEST_UTILITY, UTILITY); }
     static INT_PTR Notice(DLGPROC proc, UINT code)
     {
         NMHDR notice{nullptr, 0, code};
         return proc(kvp::TopWindow(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notice));
     }
-
-    WCHAR wszName[32] = u"";
-    DriverDevMode dm{};
-    CBSTRUC block{};
 };
 
 TEST_F(State, EverySheetStartsFromNothingAndItsPagesShareTheBlock)
@@ -174,9 +145,9 @@ TEST_F(State, WithoutABlockOrAnOrientationTheProgramStopsAndSaysWhere)
 {
     kvp::SetBoxHandler(nullptr);
     EXPECT_DEATH(RequireCB(nullptr, "dial_uty"), "lpcbstruc.*dial_uty");
-    EXPECT_DEATH(RequireOrientation(&dm, "dial_bas"), "lpdi->dmOrientation.*dial_bas");
-    dm.dm.dmOrientation = 1;
     RequireOrientation(&dm, "dial_bas");
+    dm.dm.dmOrientation = 0;
+    EXPECT_DEATH(RequireOrientation(&dm, "dial_bas"), "lpdi->dmOrientation.*dial_bas");
 }
 
 TEST_F(State, APrinterThatSaysNothingIsCalledAsTheRecordSays)

@@ -1,37 +1,213 @@
-// The Main page: how print quality is set, and what the settings amount to.
+// The Main page: how print quality is set, and what the settings amount to. Here are its state, the
+// dialogs that it opens, Apply, and the dispatch of messages; the rest is in the files that
+// dial_bas.h names.
+#include "dialogs/dial_bas.h"
+
 #include "dialogs/helpers.h"
 #include "dialogs/pages.h"
-#include "resources/main_ids.h"
+#include "dialogs/rules.h"
+#include "resources/about_ids.h"
+#include "resources/save_ids.h"
 
 static HBRUSH hBrush; // of the page
+static BOOL bUsable;  // the page was initialised; else it stays as its template is
 
-static CBSTRUC *GetCB(HWND hDlg)
+// ---- the sheet's state ------------------------------------------------------------------------
+
+CBSTRUC *BasicCB(HWND hDlg)
 {
     return RequireCB(hDlg, "dial_bas");
+}
+
+const SettingsRecord &SettingsInForce(const DriverDevMode *lpDM, UIINSTANCE *lpInstance)
+{
+    const SettingsRecord *lpCurrent = CurrentSetting(lpInstance);
+    return IsCustom(lpInstance) || !lpCurrent ? lpDM->Settings : *lpCurrent;
+}
+
+const MediaRecord *MediaOf(const UIINSTANCE *lpInstance, int nRes)
+{
+    const ResolutionRecord *lpRes = Resolution(lpInstance, nRes);
+    return lpRes ? RecordAt(lpInstance->dat.lpMedia, lpInstance->dat.nMedia, lpRes->wMedia)
+                 : nullptr;
+}
+
+void TakeCurrent(UIINSTANCE *lpInstance, Take take)
+{
+    const SettingsRecord *lpCurrent = CurrentSetting(lpInstance);
+    if (!lpCurrent)
+        return;
+    TakeRecord(lpInstance, *lpCurrent);
+    if (take == Take::Whole)
+        TakeAdjustments(lpInstance, *lpCurrent);
 }
 
 static INT_PTR OnInitDialog(HWND hDlg, LPARAM lParam)
 {
     SetCB(hDlg, CBOfPage(lParam));
+    bUsable = InitBasicUIDlg(hDlg, BasicCB(hDlg)->lpDevMode);
     return TRUE;
+}
+
+// ---- dialogs ----------------------------------------------------------------------------------
+
+static INT_PTR RunDialog(HWND hDlg, WORD idTemplate, DLGPROC proc, const void *lpParameter)
+{
+    return DialogBoxParamA(BasicCB(hDlg)->lpInstance->hResLib, MAKEINTRESOURCEA(idTemplate), hDlg,
+                           proc, reinterpret_cast<LPARAM>(lpParameter));
+}
+
+// A dialog that could not be shown has saved nothing.
+static void OnSave(HWND hDlg, DriverDevMode *lpDM, WORD, WORD)
+{
+    if (RunDialog(hDlg, IDD_SAVE, SaveDlgProc, BasicCB(hDlg)) <= 0)
+        return;
+    SetManualData(hDlg, lpDM, FALSE);
+    SetPaperKind(hDlg, lpDM, MEDIA_CUSTOM);
+    SetModeBitmap(hDlg, lpDM);
+}
+
+static void OnAbout(HWND hDlg, DriverDevMode *lpDM, WORD, WORD)
+{
+    RunDialog(hDlg, IDD_ABOUT, AboutDlgProc, lpDM);
+}
+
+// ---- the page's own controls ------------------------------------------------------------------
+
+static void OnMode(HWND hDlg, DriverDevMode *lpDM, WORD id, WORD)
+{
+    if (id == IDC_MAIN_AUTOMATIC)
+        SwitchToAutomatic(hDlg, lpDM);
+    else
+        SwitchToAdvanced(hDlg, lpDM);
+}
+
+static void OnInk(HWND hDlg, DriverDevMode *lpDM, WORD id, WORD)
+{
+    for (const Ink &ink : aInks)
+        if (ink.idButton == id)
+            ChangeInk(hDlg, lpDM, ink);
+}
+
+static void OnMedia(HWND hDlg, DriverDevMode *lpDM, WORD, WORD wCode)
+{
+    if (wCode == CBN_SELCHANGE)
+        ChangeMedia(hDlg, lpDM);
+}
+
+static void OnSettings(HWND hDlg, DriverDevMode *lpDM, WORD, WORD wCode)
+{
+    OnSettingsList(hDlg, lpDM, wCode);
+}
+
+static INT_PTR OnScroll(HWND hDlg, DriverDevMode *lpDM, LPARAM lParam)
+{
+    const auto hControl = reinterpret_cast<HWND>(lParam);
+    if (GetDlgCtrlID(hControl) != IDC_MAIN_LEVEL)
+        return TRUE;
+    const auto nLevel = static_cast<int>(SendMessageA(hControl, TBM_GETPOS, 0, 0));
+    if (nLevel == 1 || nLevel == 2)
+        ChangeAutoData(hDlg, lpDM, nLevel);
+    SetModeBitmap(hDlg, lpDM);
+    return TRUE;
+}
+
+// ---- Apply ------------------------------------------------------------------------------------
+
+// Custom settings are in the record already; ink, HT and options were put there as they changed.
+static void ApplyEntry(DriverDevMode *lpDM, UIINSTANCE *lpInstance)
+{
+    const SettingsRecord *lpCurrent = CurrentSetting(lpInstance);
+    if (IsCustom(lpInstance) || !lpCurrent)
+        return;
+    lpDM->Settings = *lpCurrent;
+    lpDM->Settings.wInk = lpInstance->bInk;
+    lpDM->Settings.bHT = lpInstance->bHT;
+    lpDM->Settings.wFlags = lpInstance->wFlags;
+    lpDM->Settings.wIndex = static_cast<uint16_t>(lpInstance->nCurSetting);
+}
+
+static void ApplyResolution(DriverDevMode *lpDM, const UIINSTANCE *lpInstance)
+{
+    const ResolutionRecord *lpRes = Resolution(lpInstance, lpDM->Settings.wResolution);
+    if (!lpRes)
+        return;
+    lpDM->dm.dmPrintQuality = lpRes->wResX;
+    lpDM->dm.dmYResolution = lpRes->wResY;
+    lpDM->lResX = lpRes->wResX;
+    lpDM->lResY = lpRes->wResY;
+    lpDM->Settings.wDotScale = lpRes->wDotScale;
+    if (const MediaRecord *lpMedia = MediaOf(lpInstance, lpDM->Settings.wResolution))
+        lpDM->lMediaCode = lpMedia->wCode;
+}
+
+static INT_PTR OnApply(HWND hDlg)
+{
+    const CBSTRUC *lpcbstruc = BasicCB(hDlg);
+    if (!bUsable)
+        return TRUE;
+    ApplyEntry(lpcbstruc->lpDevMode, lpcbstruc->lpInstance);
+    ApplyResolution(lpcbstruc->lpDevMode, lpcbstruc->lpInstance);
+    PutAdjustments(lpcbstruc->lpInstance, &lpcbstruc->lpDevMode->Settings);
+    return TRUE;
+}
+
+// ---- dispatch ---------------------------------------------------------------------------------
+
+static constexpr struct {
+    WORD id;
+    void (*run)(HWND hDlg, DriverDevMode *lpDM, WORD id, WORD wCode);
+} aCommands[] = {
+    {IDC_MAIN_AUTOMATIC, OnMode}, {IDC_MAIN_ADVANCED, OnMode},     {IDC_MAIN_COLOR, OnInk},
+    {IDC_MAIN_BLACK, OnInk},      {IDC_MAIN_SETTINGS, OnSettings}, {IDC_MAIN_MEDIA, OnMedia},
+    {IDC_MAIN_SAVE, OnSave},      {IDC_MAIN_ABOUT, OnAbout},
+};
+
+// About asks nothing of the model's files.
+static INT_PTR OnCommand(HWND hDlg, DriverDevMode *lpDM, WPARAM wParam)
+{
+    const WORD id = LOWORD(wParam);
+    for (const auto &command : aCommands) {
+        if (command.id != id)
+            continue;
+        if (bUsable || id == IDC_MAIN_ABOUT)
+            command.run(hDlg, lpDM, id, HIWORD(wParam));
+        return TRUE;
+    }
+    return FALSE;
 }
 
 static INT_PTR OnNotify(HWND hDlg, LPARAM lParam)
 {
     switch (reinterpret_cast<const NMHDR *>(lParam)->code) {
-    case PSN_SETACTIVE: GetCB(hDlg)->lpInstance->bButtonDown = 0; return TRUE;
+    case PSN_SETACTIVE: BasicCB(hDlg)->lpInstance->bButtonDown = 0; return TRUE;
     case PSN_KILLACTIVE:
     case PSN_RESET: return FALSE;
-    case PSN_HELP: ShowHelp(hDlg, GetCB(hDlg), BasicDlgHelpIDs, WM_NOTIFY, lParam); return TRUE;
+    case PSN_APPLY: return OnApply(hDlg);
+    case PSN_HELP: ShowHelp(hDlg, BasicCB(hDlg), BasicDlgHelpIDs, WM_NOTIFY, lParam); return TRUE;
     default: return TRUE;
     }
+}
+
+static INT_PTR OnPaint(HWND hDlg, DriverDevMode *lpDM)
+{
+    if (bUsable)
+        UpdateCurSet(hDlg, lpDM);
+    return PaintNothing(hDlg);
+}
+
+static INT_PTR OnDrawItem(HWND hDlg, const DriverDevMode *lpDM, LPARAM lParam)
+{
+    const auto &item = *reinterpret_cast<const DRAWITEMSTRUCT *>(lParam);
+    DrawBasicControl(hDlg, item, lpDM);
+    DrawManualPreset(hDlg, item, lpDM);
+    return TRUE;
 }
 
 INT_PTR CALLBACK BasicUIDlgProc(HWND hDlg, UINT uMsg, WPARAM wParam, LPARAM lParam)
 {
     switch (uMsg) { // these need no state
     case WM_INITDIALOG: return OnInitDialog(hDlg, lParam);
-    case WM_PAINT: return PaintNothing(hDlg);
     case WM_MEASUREITEM: return MeasureItem(hDlg, lParam, {IDC_MAIN_SETTINGS, IDC_MAIN_MEDIA});
     case WM_SYSCOLORCHANGE: Change3dColor(); [[fallthrough]];
     case WM_DESTROY:
@@ -42,10 +218,15 @@ INT_PTR CALLBACK BasicUIDlgProc(HWND hDlg, UINT uMsg, WPARAM wParam, LPARAM lPar
     }
     if (!FindCB(hDlg)) // before WM_INITDIALOG
         return FALSE;
+    CBSTRUC *lpcbstruc = BasicCB(hDlg);
     switch (uMsg) {
-    case WM_HELP:
-    case WM_CONTEXTMENU: ShowHelp(hDlg, GetCB(hDlg), BasicDlgHelpIDs, uMsg, lParam); return TRUE;
+    case WM_PAINT: return OnPaint(hDlg, lpcbstruc->lpDevMode);
+    case WM_COMMAND: return OnCommand(hDlg, lpcbstruc->lpDevMode, wParam);
     case WM_NOTIFY: return OnNotify(hDlg, lParam);
+    case WM_HSCROLL: return OnScroll(hDlg, lpcbstruc->lpDevMode, lParam);
+    case WM_DRAWITEM: return OnDrawItem(hDlg, lpcbstruc->lpDevMode, lParam);
+    case WM_HELP:
+    case WM_CONTEXTMENU: ShowHelp(hDlg, lpcbstruc, BasicDlgHelpIDs, uMsg, lParam); return TRUE;
     default: return FALSE;
     }
 }

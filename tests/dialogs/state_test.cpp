@@ -108,8 +108,9 @@ TEST_F(State, PagesMakeTrackbarsAndTakeTextsFromTheModel)
 {
     const auto look = [this] {
         HWND hDlg = kvp::TopWindow();
-        HWND hBar = CreateSlideTrackBar(hDlg, 10, 20, 100, 30, IDC_MAIN_LEVEL);
-        EXPECT_EQ(Shown(IDC_MAIN_LEVEL), hBar);
+        constexpr int ID = 99; // none of the page's
+        HWND hBar = CreateSlideTrackBar(hDlg, 10, 20, 100, 30, ID);
+        EXPECT_EQ(Shown(ID), hBar);
         POINT at{10, 20};
         ClientToScreen(hDlg, &at);
         RECT rc{};

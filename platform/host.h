@@ -156,6 +156,8 @@ struct GuiHeld {
     size_t nObjects, nContexts;
 };
 KV_API GuiHeld CurrentlyHeldGui();
+// Windows painted since the start, each page, control and frame's inside by itself.
+KV_API size_t PaintsSoFar();
 
 // ---- the spooler's administration -----------------------------------------------------------
 

@@ -2,11 +2,19 @@
 // questions that go to parents first.
 #include <utility>
 
-#include "platform/win32.h"
+#include "platform/host.h"
 #include "platform/user/window.h"
+#include "platform/win32.h"
 
 namespace kvp
 {
+
+static size_t nPaints;
+
+size_t PaintsSoFar()
+{
+    return nPaints;
+}
 
 // What WM_PAINT handlers invalidate anew is painted in further rounds; one that never ends is
 // given up until the next input.
@@ -99,6 +107,7 @@ static void PaintFrame(Window &top)
 // A dialog's procedure paints through WM_PAINT; what it leaves invalid counts as painted.
 static void PaintOne(Window &window)
 {
+    ++nPaints;
     window.Message(WM_PAINT, 0, 0);
     window.invalid = {};
     window.eraseNeeded = false;

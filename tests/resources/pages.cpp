@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <map>
 
 #include "platform/gdi/gdi.h"
 #include "platform/host.h"
@@ -10,15 +11,23 @@
 #include "platform/resource/resource.h"
 
 static LANGID asked;
+static const char *from;
 
-static kvp::Bytes InFile(uint16_t type, uint16_t id, LANGID language)
+static const std::vector<uint8_t> &FileOf(const char *library)
 {
-    static const std::vector<uint8_t> file = [] {
-        std::ifstream stream(KV_DRIVER_RESOURCES, std::ios::binary);
-        return std::vector<uint8_t>{std::istreambuf_iterator<char>(stream), {}};
-    }();
+    static std::map<std::string, std::vector<uint8_t>> files;
+    std::vector<uint8_t> &file = files[library];
+    if (file.empty()) {
+        std::ifstream stream(library, std::ios::binary);
+        file = {std::istreambuf_iterator<char>(stream), {}};
+    }
+    return file;
+}
+
+static kvp::Bytes InFile(const char *library, uint16_t type, uint16_t id, LANGID language)
+{
     kvp::PeFile pe;
-    return kvp::OpenPe(file, pe) ? kvp::FindInPe(pe, type, id, language) : kvp::Bytes{};
+    return kvp::OpenPe(FileOf(library), pe) ? kvp::FindInPe(pe, type, id, language) : kvp::Bytes{};
 }
 
 namespace kvp
@@ -27,7 +36,7 @@ namespace kvp
 // from the file, in the language that the test looks at; nothing is drawn.
 std::span<const uint8_t> FindResource(HMODULE, ResourceType type, uint16_t id)
 {
-    return InFile(type, id, asked);
+    return InFile(from, type, id, asked);
 }
 Dc *DcOf(HDC)
 {
@@ -35,14 +44,15 @@ Dc *DcOf(HDC)
 }
 } // namespace kvp
 
-const void *PlaceOf(int page, LANGID language)
+const void *PlaceOf(int page, LANGID language, const char *library)
 {
-    return InFile(kvp::RESOURCE_DIALOG, static_cast<uint16_t>(page), language).data();
+    return InFile(library, kvp::RESOURCE_DIALOG, static_cast<uint16_t>(page), language).data();
 }
 
-Page PageIn(int page, LANGID language)
+Page PageIn(int page, LANGID language, const char *library)
 {
     asked = language;
+    from = library;
     const auto found = kvp::LoadTemplate(nullptr, MAKEINTRESOURCEA(page));
     EXPECT_TRUE(found) << "no template";
     return found.value_or(Page{});

@@ -1,5 +1,5 @@
-// The pages as they are stored: each language's template read from the driver's resources, and
-// texts measured as the layer draws them.
+// Pages and dialogs as they are stored: each language's template read from the driver's resources
+// or a model's library.
 #ifndef KV_TESTS_RESOURCES_PAGES_H
 #define KV_TESTS_RESOURCES_PAGES_H
 
@@ -23,9 +23,10 @@ constexpr int aPages[] = {IDD_MAIN, IDD_PAPER, IDD_UTILITY};
 using Item = kvp::TemplateItem;
 using Page = kvp::DialogTemplate;
 
-// Where a page's template lies in the file; two languages that share one have the same place.
-const void *PlaceOf(int page, LANGID language);
-Page PageIn(int page, LANGID language); // a test failure and an empty page when damaged
+// Where a template lies in a library's file; two languages that share one have the same place.
+const void *PlaceOf(int page, LANGID language, const char *library = KV_DRIVER_RESOURCES);
+// A test failure and an empty page when missing or damaged.
+Page PageIn(int page, LANGID language, const char *library = KV_DRIVER_RESOURCES);
 
 const Item &ItemOf(const Page &page, int id);
 bool IsRadio(const Item &item);

@@ -1,10 +1,9 @@
 // The three pages in fifteen languages: whole, alike, and with room for every text.
 #include "tests/resources/pages.h"
 
-#include <map>
 #include <set>
 
-#include "platform/gdi/gdi.h"
+#include "tests/resources/layout.h"
 
 namespace
 {
@@ -25,36 +24,15 @@ bool IsGerman(LANGID language)
     return (language & 0x3FF) == 0x07;
 }
 
-// The one control whose size is a language's own.
-bool IsCurrentLabel(int page, const Item &item)
-{
-    return page == IDD_MAIN && item.id == IDC_MAIN_CURRENT_LABEL;
-}
-
 TEST(Pages, LanguagesDifferInTextsOnly)
 {
     ForEachPage([](const Page &shape, int page, LANGID language) {
         const Page english = PageIn(page, ENGLISH);
-        EXPECT_EQ(shape.style, english.style);
         EXPECT_EQ(shape.cx, 240);
         EXPECT_EQ(shape.cy, 215);
-        ASSERT_EQ(shape.items.size(), english.items.size());
-        for (size_t i = 0; i < shape.items.size(); ++i) {
-            const Item &item = shape.items[i], &other = english.items[i];
-            SCOPED_TRACE(Name(item));
-            EXPECT_EQ(item.id, other.id);
-            EXPECT_EQ(item.className, other.className);
-            EXPECT_EQ(item.style, other.style);
-            EXPECT_EQ(item.x, other.x);
-            EXPECT_EQ(item.y, other.y);
-            EXPECT_EQ(item.cy, other.cy);
-            EXPECT_EQ(item.text.empty(), other.text.empty());
-            EXPECT_EQ(LetterOf(item) != 0, LetterOf(other) != 0);
-            if (IsCurrentLabel(page, item))
-                EXPECT_EQ(item.cx, IsGerman(language) ? 75 : 65);
-            else
-                EXPECT_EQ(item.cx, other.cx);
-        }
+        const int own = page == IDD_MAIN ? IDC_MAIN_CURRENT_LABEL : 0; // as wide as its text
+        ExpectSameLayout(shape, english, own);
+        EXPECT_TRUE(!own || ItemOf(shape, own).cx == (IsGerman(language) ? 75 : 65));
     });
 }
 
@@ -76,63 +54,6 @@ TEST(Pages, EnglishAloneIsInEnglish)
     });
 }
 
-// Pixels that a control needs beside its text, across; -1: the text is broken into lines.
-int PixelsBeside(const Item &item)
-{
-    constexpr int BROKEN = -1;
-    if (item.className == u"static")
-        return BROKEN;
-    if (IsGroupBox(item))
-        return 14;
-    return IsRadio(item) ? 19 : 8;
-}
-
-TEST(Pages, NoTextIsLargerThanItsControl)
-{
-    ForEachPage([](const Page &shape, int, LANGID) {
-        for (const Item &item : shape.items) {
-            SCOPED_TRACE(Name(item));
-            const RECT room = kvp::PixelsOf(0, 0, item.cx, item.cy);
-            const int beside = PixelsBeside(item);
-            const POINT size =
-                kvp::TextSize(item.text, kvp::TEXT_PREFIX, beside < 0 ? room.right : 0);
-            if (beside < 0)
-                EXPECT_LE(size.y, item.text.empty() ? size.y : room.bottom);
-            else
-                EXPECT_LE(size.x, item.text.empty() ? size.x : room.right - beside);
-        }
-    });
-}
-
-// Each letter once on a page. The paper source's label is the model's, which has English texts for
-// all of these languages: its letter is kept free.
-TEST(Pages, LettersAreUniqueOnTheirPage)
-{
-    ForEachPage([](const Page &shape, int page, LANGID) {
-        std::map<char16_t, std::string> taken;
-        if (page == IDD_PAPER)
-            taken[u'O'] = "the model's label of the paper source";
-        for (const Item &item : shape.items)
-            if (const char16_t letter = LetterOf(item)) {
-                EXPECT_FALSE(taken.contains(letter)) << Name(item) << " and " << taken[letter];
-                taken[letter] = Name(item);
-            }
-    });
-}
-
-TEST(Pages, ALabelWithALetterStandsBeforeWhatItNames)
-{
-    ForEachPage([](const Page &shape, int, LANGID) {
-        for (size_t i = 0; i < shape.items.size(); ++i) {
-            const Item &item = shape.items[i];
-            if (item.className != u"static" || !LetterOf(item))
-                continue;
-            ASSERT_LT(i + 1, shape.items.size());
-            EXPECT_TRUE(shape.items[i + 1].style & WS_TABSTOP) << Name(item);
-        }
-    });
-}
-
 TEST(Pages, UtilitiesTellTheirLetterInTheTitle)
 {
     static constexpr struct {
@@ -150,20 +71,6 @@ TEST(Pages, UtilitiesTellTheirLetterInTheTitle)
     }
 }
 
-// Each group of radio buttons, as the group marks divide them.
-std::vector<std::set<int>> RadioGroups(const Page &page)
-{
-    std::vector<std::set<int>> groups(1);
-    for (const Item &item : page.items) {
-        if (item.style & WS_GROUP)
-            groups.emplace_back();
-        if (IsRadio(item))
-            groups.back().insert(item.id);
-    }
-    std::erase(groups, std::set<int>{});
-    return groups;
-}
-
 TEST(Pages, PairsOfRadioButtonsDontClearEachOther)
 {
     using Groups = std::vector<std::set<int>>;
@@ -174,36 +81,16 @@ TEST(Pages, PairsOfRadioButtonsDontClearEachOther)
                       {IDC_PAPER_MAXIMUM, IDC_PAPER_CENTERED}}));
 }
 
-// The rectangle that a control takes when its list is closed.
-RECT Taken(const Item &item)
-{
-    constexpr SHORT CLOSED_LIST = 14;
-    return kvp::PixelsOf(item.x, item.y, item.cx,
-                         item.className == u"combobox" ? CLOSED_LIST : item.cy);
-}
-
-bool MayLieOverOthers(int page, const Item &item)
-{
-    return IsGroupBox(item) || IsCurrentLabel(page, item);
-}
-
-TEST(Pages, ControlsLieOnThePageAndNotOnEachOther)
+TEST(Pages, TextsLettersAndControlsHaveTheirRoom)
 {
     ForEachPage([](const Page &shape, int page, LANGID) {
-        for (const Item &item : shape.items) {
-            SCOPED_TRACE(Name(item));
-            EXPECT_GE(item.x, 0);
-            EXPECT_GE(item.y, 0);
-            EXPECT_LE(item.x + item.cx, shape.cx);
-            EXPECT_LE(item.y + item.cy, shape.cy);
-            for (const Item &other : shape.items) {
-                if (&other >= &item || MayLieOverOthers(page, item) ||
-                    MayLieOverOthers(page, other))
-                    continue;
-                EXPECT_TRUE(kvp::IsEmpty(kvp::Intersect(Taken(item), Taken(other))))
-                    << "over " << Name(other);
-            }
-        }
+        ExpectTextsFit(shape);
+        ExpectLabelsStandBeforeFields(shape);
+        // The paper source's label is the model's, which has English texts for all of these
+        // languages: its letter is kept free.
+        ExpectLettersUnique(shape, page == IDD_PAPER ? u'O' : u'\0');
+        // One label lies over the line of its group.
+        ExpectNothingCovered(shape, page == IDD_MAIN ? IDC_MAIN_CURRENT_LABEL : 0);
     });
 }
 

@@ -3,6 +3,8 @@
 #ifndef KV_DIALOGS_DIAL_PAP_H
 #define KV_DIALOGS_DIAL_PAP_H
 
+#include <string>
+
 #include "datafile/instance.h"
 
 // ---- dial_pap.cpp: the page itself ------------------------------------------------------------
@@ -14,6 +16,8 @@ void CheckBin(HWND hDlg, DriverDevMode *lpDM);
 
 // ---- dial_pap_list.cpp: papers and sources ----------------------------------------------------
 
+// What the model calls a paper; empty when its library has no text of this number.
+std::string PaperName(HWND hDlg, const PaperRecord &paper);
 // Refills the list of papers for the current source and selects the current paper.
 void UpdatePaperSize(HWND hDlg, DriverDevMode *lpDM);
 // Fills the list of sources; a model with a single one shows neither list nor label.

@@ -22,7 +22,7 @@ static const UserPaperRecord *SlotAt(const DatFile &dat, int64_t nSlot)
     return RecordAt(dat.lpUserPapers, dat.CfgHeader.wUserPaperSlots, nSlot);
 }
 
-static std::string PaperName(HWND hDlg, const PaperRecord &paper)
+std::string PaperName(HWND hDlg, const PaperRecord &paper)
 {
     return LoadText(GetPaperCB(hDlg)->lpInstance->hResLib, static_cast<WORD>(paper.wId));
 }

@@ -1,7 +1,9 @@
 // The user-defined paper size dialog: a width and a length in one of two units, within the limits
-// of the model's user-defined paper, and the sizes that the user has saved under names of his own.
-// What is saved or deleted is in the model's tables and in the user's file at once, whether the
-// dialog then ends with OK or with Cancel. The template is the model's.
+// of the model's user-defined paper, and a list of the sizes that the user has saved under names of
+// his own. The template is the model's. The dialog tells the Paper page either that the record's
+// own size is to be taken, which OK has written and Cancel has left alone, or which saved one.
+#include "dialogs/dial_pap_size.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -9,7 +11,7 @@
 
 #include "base/units.h"
 #include "datafile/tables.h"
-#include "datafile/writer.h"
+#include "dialogs/dial_pap.h"
 #include "dialogs/helpers.h"
 #include "dialogs/pages.h"
 #include "resources/size_ids.h"
@@ -35,18 +37,11 @@ struct Range {
 };
 using Limits = std::array<Range, DIMENSIONS>;
 
-static constexpr size_t NAME_BYTES = 24;    // of a saved name
-static constexpr int NUMBER_CHARS = 5;      // of a field's text that count where it is read as text
-static constexpr LPARAM USER_DEFINED = 100; // item data of the list's first entry
+static constexpr int NUMBER_CHARS = 5; // of a field that is read as text
 
 static HBRUSH hBrush; // of the limits: made once, kept for the next opening
 
-static CBSTRUC *GetCB(HWND hDlg)
-{
-    return RequireCB(hDlg, "dial_pap");
-}
-
-static std::string UserDefinedName(const CBSTRUC *lpcbstruc)
+std::string UserDefinedName(const CBSTRUC *lpcbstruc)
 {
     return LoadText(lpcbstruc->lpInstance->hResLib, PAPER_USER);
 }
@@ -90,8 +85,7 @@ static LONG Number(HWND hDlg, int id)
     return static_cast<LONG>(GetDlgItemInt(hDlg, id, nullptr, TRUE));
 }
 
-// The user-defined size and saved ones take no more of what was typed.
-static LONG NumberOfText(HWND hDlg, int id)
+LONG NumberOfText(HWND hDlg, int id)
 {
     char szText[NUMBER_CHARS + 1] = "";
     GetDlgItemTextA(hDlg, id, szText, sizeof szText);
@@ -128,46 +122,9 @@ static void ShowUnit(HWND hDlg, CBSTRUC *lpcbstruc, DWORD dwUnit)
                      dwUnit == UNIT_MM ? IDC_SIZE_MM : IDC_SIZE_INCH);
 }
 
-// ---- the list ---------------------------------------------------------------------------------
-
-static void SelectEntry(HWND hDlg, LRESULT nEntry) // -1: none
-{
-    SendDlgItemMessageA(hDlg, IDC_SIZE_LIST, LB_SETCURSEL, static_cast<WPARAM>(nEntry), 0);
-}
-
-static LRESULT SelectedEntry(HWND hDlg)
-{
-    return SendDlgItemMessageA(hDlg, IDC_SIZE_LIST, LB_GETCURSEL, 0, 0);
-}
-
-static void SelectAndRedraw(HWND hDlg, LRESULT nEntry)
-{
-    SelectEntry(hDlg, nEntry);
-    InvalidateRect(GetDlgItem(hDlg, IDC_SIZE_LIST), nullptr, TRUE);
-}
-
-static void FillList(HWND hDlg, const CBSTRUC *lpcbstruc)
-{
-    SendDlgItemMessageA(hDlg, IDC_SIZE_LIST, LB_RESETCONTENT, 0, 0);
-    AppendListItem(hDlg, IDC_SIZE_LIST, UserDefinedName(lpcbstruc).c_str(), USER_DEFINED);
-    LPARAM lSlot = 0;
-    for (const UserPaperRecord &slot : UserPapersInUse(lpcbstruc->lpInstance->dat))
-        AppendListItem(hDlg, IDC_SIZE_LIST, SlotName(slot).c_str(), lSlot++);
-}
-
-// The position of the saved size of exactly this name, or -1.
-static int FindSaved(const DatFile &block, const std::string &strName)
-{
-    const auto slots = UserPapersInUse(block);
-    for (size_t i = 0; i < slots.size(); ++i)
-        if (SlotName(slots[i]) == strName)
-            return static_cast<int>(i);
-    return -1;
-}
-
 // ---- buttons ----------------------------------------------------------------------------------
 
-static void EnableSaving(HWND hDlg, bool bSave, bool bDelete)
+void EnableSizeButtons(HWND hDlg, bool bSave, bool bDelete)
 {
     EnableControl(hDlg, IDC_SIZE_SAVE, bSave);
     EnableControl(hDlg, IDC_SIZE_DELETE, bDelete);
@@ -180,7 +137,7 @@ static void CheckSaveName(HWND hDlg, const CBSTRUC *lpcbstruc)
     const std::string strName = DlgItemText(hDlg, IDC_SIZE_NAME);
     const bool bUserDefined = strName == UserDefinedName(lpcbstruc);
     if (bUserDefined || IsBlank(strName))
-        EnableSaving(hDlg, false, false);
+        EnableSizeButtons(hDlg, false, false);
     if (bUserDefined)
         EnableControl(hDlg, IDOK, true);
 }
@@ -191,14 +148,13 @@ static void SizeIsNew(HWND hDlg)
 {
     EnableControl(hDlg, IDC_SIZE_SAVE, true);
     EnableControl(hDlg, IDOK, false);
-    SelectEntry(hDlg, -1);
+    SelectSize(hDlg, -1);
 }
 
-// The dialog goes back to the user-defined size, whose numbers stay.
-static void ShowUserDefinedName(HWND hDlg, const CBSTRUC *lpcbstruc)
+void ShowUserDefined(HWND hDlg, const CBSTRUC *lpcbstruc)
 {
     SetDlgItemTextA(hDlg, IDC_SIZE_NAME, UserDefinedName(lpcbstruc).c_str());
-    EnableSaving(hDlg, false, false);
+    EnableSizeButtons(hDlg, false, false);
     EnableControl(hDlg, IDOK, true);
 }
 
@@ -215,7 +171,7 @@ static void PutSizeOfRecord(HWND hDlg, const DriverDevMode *lpDM)
 static INT_PTR OnInitDialog(HWND hDlg, LPARAM lParam)
 {
     SetCB(hDlg, reinterpret_cast<CBSTRUC *>(lParam));
-    CBSTRUC *lpcbstruc = GetCB(hDlg);
+    CBSTRUC *lpcbstruc = GetPaperCB(hDlg);
     const DriverDevMode *lpDM = lpcbstruc->lpDevMode;
     UIINSTANCE *lpInstance = lpcbstruc->lpInstance;
     if (!FindPaper(lpInstance->dat, KV_PAPER_USER)) { // a model whose papers are all fixed
@@ -228,7 +184,7 @@ static INT_PTR OnInitDialog(HWND hDlg, LPARAM lParam)
     PutLimits(hDlg, LimitsShown(lpcbstruc));
     EnableControl(hDlg, IDC_SIZE_SAVE, false);
     SetDlgItemTextA(hDlg, IDC_SIZE_NAME, UserDefinedName(lpcbstruc).c_str());
-    FillList(hDlg, lpcbstruc);
+    FillSizes(hDlg, lpcbstruc);
     EnableControl(hDlg, IDC_SIZE_DELETE, false);
     CheckSaveName(hDlg, lpcbstruc);
     lpInstance->dwFilling = FALSE;
@@ -237,8 +193,7 @@ static INT_PTR OnInitDialog(HWND hDlg, LPARAM lParam)
 
 // ---- width and length -------------------------------------------------------------------------
 
-// Whether this change of a field is the dialog's own, which it has announced.
-static bool SwallowsChange(UIINSTANCE *lpInstance)
+bool SwallowsChange(UIINSTANCE *lpInstance)
 {
     const bool bFilling = lpInstance->dwFilling != FALSE;
     lpInstance->dwFilling = FALSE;
@@ -257,7 +212,7 @@ static void OnSize(HWND hDlg, CBSTRUC *lpcbstruc, WORD id, WORD wCode)
     CheckSaveName(hDlg, lpcbstruc);
 }
 
-// A number outside its limits may step towards them from one side only: the one it can leave.
+// A number outside its limits does not move: leaving the field corrects it.
 static void Step(HWND hDlg, int id, const Range &range, int nCode)
 {
     const LONG lNumber = Number(hDlg, id);
@@ -269,7 +224,7 @@ static void Step(HWND hDlg, int id, const Range &range, int nCode)
 
 static INT_PTR OnArrows(HWND hDlg, WPARAM wParam, LPARAM lParam)
 {
-    CBSTRUC *lpcbstruc = GetCB(hDlg);
+    CBSTRUC *lpcbstruc = GetPaperCB(hDlg);
     const int idArrows = GetDlgCtrlID(reinterpret_cast<HWND>(lParam));
     for (int i = 0; i < DIMENSIONS; ++i) {
         if (aDimensions[i].idArrows != idArrows)
@@ -300,58 +255,15 @@ static void OnUnit(HWND hDlg, CBSTRUC *lpcbstruc, WORD id, WORD)
     CheckSaveName(hDlg, lpcbstruc);
 }
 
-// ---- names ------------------------------------------------------------------------------------
-
-// A name without the dimensions behind it: up to the first space that a digit, another space or
-// nothing follows.
-static std::string ShortName(const std::string &strName)
-{
-    for (size_t n = strName.find(' '); n != std::string::npos; n = strName.find(' ', n + 1)) {
-        const char cNext = n + 1 < strName.size() ? strName[n + 1] : ' ';
-        if (cNext == ' ' || (cNext >= '0' && cNext <= '9'))
-            return strName.substr(0, n);
-    }
-    return strName;
-}
-
-// Whether one of the model's papers could be taken for it. A paper that the library has no name
-// for is not shown to anybody either.
-static bool IsPaperName(const UIINSTANCE *lpInstance, const std::string &strName)
-{
-    const auto isTaken = [&](const PaperRecord &paper) {
-        const std::string strPaper = LoadText(lpInstance->hResLib, static_cast<UINT>(paper.wId));
-        const std::string strShort = ShortName(strPaper);
-        return !strPaper.empty() &&
-               (strName == strPaper || strName == strShort || ShortName(strName) == strShort);
-    };
-    return std::ranges::any_of(Papers(lpInstance->dat), isTaken);
-}
-
-static void OnName(HWND hDlg, CBSTRUC *lpcbstruc, WORD, WORD wCode)
-{
-    UIINSTANCE *lpInstance = lpcbstruc->lpInstance;
-    if (wCode != EN_CHANGE || SwallowsChange(lpInstance))
-        return;
-    SelectEntry(hDlg, -1);
-    std::string strName = DlgItemText(hDlg, IDC_SIZE_NAME);
-    if (CutName(&strName, NAME_BYTES)) {
-        lpInstance->dwFilling = TRUE;
-        PutCutName(hDlg, IDC_SIZE_NAME, strName);
-    }
-    if (IsBlank(strName)) {
-        EnableSaving(hDlg, false, false);
-        return;
-    }
-    const bool bTaken = IsPaperName(lpInstance, strName);
-    EnableControl(hDlg, IDC_SIZE_SAVE, !bTaken);
-    EnableControl(hDlg, IDOK, false);
-    if (!bTaken)
-        EnableControl(hDlg, IDC_SIZE_DELETE, FindSaved(lpInstance->dat, strName) >= 0);
-}
-
 // ---- choosing from the list -------------------------------------------------------------------
 
-// Each field announces its change to the handler of what the user types.
+static void SelectAndRedraw(HWND hDlg, LRESULT nEntry)
+{
+    SelectSize(hDlg, nEntry);
+    InvalidateRect(GetDlgItem(hDlg, IDC_SIZE_LIST), nullptr, TRUE);
+}
+
+// Each change is announced to the handlers of what the user types.
 static void PutSavedSize(HWND hDlg, UIINSTANCE *lpInstance, const UserPaperRecord &slot)
 {
     lpInstance->dwFilling = TRUE;
@@ -383,108 +295,15 @@ static void ChooseSaved(HWND hDlg, CBSTRUC *lpcbstruc, LRESULT nEntry)
 
 static void OnList(HWND hDlg, CBSTRUC *lpcbstruc, WORD, WORD wCode)
 {
-    const LRESULT nEntry = SelectedEntry(hDlg);
+    const LRESULT nEntry = SelectedSize(hDlg);
     if (wCode != LBN_SELCHANGE || nEntry == LB_ERR)
         return;
     if (nEntry > 0) {
         ChooseSaved(hDlg, lpcbstruc, nEntry);
         return;
     }
-    ShowUserDefinedName(hDlg, lpcbstruc);
+    ShowUserDefined(hDlg, lpcbstruc);
     SelectAndRedraw(hDlg, nEntry);
-}
-
-// ---- saving -----------------------------------------------------------------------------------
-
-static int Ask(HWND hDlg, const CBSTRUC *lpcbstruc, UINT idText, UINT uButtons)
-{
-    return AskUser(hDlg, lpcbstruc->lpInstance->hResLib, idText, CAPTION_PAPER, uButtons);
-}
-
-static size_t Capacity(const DatFile &block)
-{
-    return std::min<size_t>(block.CfgHeader.wUserPaperSlots, block.lpUserPapers.size());
-}
-
-// Where the size of this name goes: over the saved one if the user agrees, else into the first
-// free slot. -1 after a message.
-static int SlotToSaveIn(HWND hDlg, const CBSTRUC *lpcbstruc, const std::string &strName)
-{
-    const DatFile &dat = lpcbstruc->lpInstance->dat;
-    if (strName == UserDefinedName(lpcbstruc)) {
-        Ask(hDlg, lpcbstruc, TEXT_PAPER_RESERVED, MB_OK);
-        return -1;
-    }
-    const int nSaved = FindSaved(dat, strName);
-    if (nSaved >= 0)
-        return Ask(hDlg, lpcbstruc, TEXT_PAPER_REPLACE, MB_OKCANCEL) == IDOK ? nSaved : -1;
-    if (dat.nUserPaperUsed < Capacity(dat))
-        return static_cast<int>(dat.nUserPaperUsed);
-    Ask(hDlg, lpcbstruc, TEXT_PAPERS_FULL, MB_OK);
-    return -1;
-}
-
-// The slot keeps its identifier and its limits.
-static void StoreSize(HWND hDlg, PaperRecord *lpPaper)
-{
-    lpPaper->wWidth = static_cast<int16_t>(NumberOfText(hDlg, IDC_SIZE_WIDTH));
-    lpPaper->wLength = static_cast<int16_t>(NumberOfText(hDlg, IDC_SIZE_LENGTH));
-    lpPaper->wDefault =
-        static_cast<int16_t>(IsDlgButtonChecked(hDlg, IDC_SIZE_MM) ? UNIT_MM : UNIT_INCH);
-}
-
-static void PutSlotName(UserPaperRecord *lpSlot, const std::string &strName)
-{
-    std::ranges::fill(lpSlot->szName, '\0');
-    strName.copy(lpSlot->szName, sizeof lpSlot->szName - 1);
-}
-
-static void OnSave(HWND hDlg, CBSTRUC *lpcbstruc, WORD, WORD)
-{
-    DatFile &dat = lpcbstruc->lpInstance->dat;
-    const std::string strName = DlgItemText(hDlg, IDC_SIZE_NAME);
-    const int nSlot = SlotToSaveIn(hDlg, lpcbstruc, strName);
-    if (nSlot < 0)
-        return;
-    UserPaperRecord *lpSlot = &dat.lpUserPapers[static_cast<size_t>(nSlot)];
-    StoreSize(hDlg, &lpSlot->paper);
-    if (static_cast<DWORD>(nSlot) == dat.nUserPaperUsed) {
-        PutSlotName(lpSlot, strName);
-        lpSlot->wState = STATE_IN_USE;
-        lpSlot->wMark = static_cast<WORD>(nSlot);
-        AppendListItem(hDlg, IDC_SIZE_LIST, strName.c_str(), nSlot);
-        ++dat.nUserPaperUsed;
-    }
-    SelectEntry(hDlg, nSlot + 1);
-    // Whether or not the file could be written, the size is there until the sheet closes.
-    WriteUcfFile(lpcbstruc->lpDevMode, lpcbstruc->lpInstance);
-    EnableSaving(hDlg, false, true);
-    EnableControl(hDlg, IDOK, true);
-}
-
-// The slots behind it move up, whole: identifiers travel with their sizes, and so do marks.
-static void FreeSlot(DatFile *lpBlock, int nSlot)
-{
-    const auto slots = lpBlock->lpUserPapers.begin();
-    const auto end = slots + static_cast<ptrdiff_t>(Capacity(*lpBlock));
-    std::rotate(slots + nSlot, slots + nSlot + 1, end);
-    UserPaperRecord *lpFreed = &*(end - 1);
-    lpFreed->wState = STATE_FREE;
-    lpFreed->wMark = MARK_FREE;
-    PutSlotName(lpFreed, "");
-    --lpBlock->nUserPaperUsed;
-}
-
-static void OnDelete(HWND hDlg, CBSTRUC *lpcbstruc, WORD, WORD)
-{
-    DatFile &dat = lpcbstruc->lpInstance->dat;
-    const int nSlot = FindSaved(dat, DlgItemText(hDlg, IDC_SIZE_NAME));
-    if (nSlot < 0 || Ask(hDlg, lpcbstruc, TEXT_DELETE, MB_OKCANCEL) != IDOK)
-        return;
-    FreeSlot(&dat, nSlot);
-    WriteUcfFile(lpcbstruc->lpDevMode, lpcbstruc->lpInstance);
-    FillList(hDlg, lpcbstruc);
-    ShowUserDefinedName(hDlg, lpcbstruc);
 }
 
 // ---- OK and Cancel ----------------------------------------------------------------------------
@@ -503,7 +322,7 @@ static void OnOK(HWND hDlg, CBSTRUC *lpcbstruc, WORD, WORD)
 {
     if (!CheckScale(hDlg, lpcbstruc))
         return;
-    const LRESULT nEntry = SelectedEntry(hDlg);
+    const LRESULT nEntry = SelectedSize(hDlg);
     if (nEntry > 0) {
         EndDialog(hDlg, nEntry - 1);
         return;
@@ -566,9 +385,9 @@ static constexpr struct {
     WORD id;
     void (*run)(HWND hDlg, CBSTRUC *lpcbstruc, WORD id, WORD wCode);
 } aCommands[] = {
-    {IDC_SIZE_WIDTH, OnSize}, {IDC_SIZE_LENGTH, OnSize},   {IDC_SIZE_MM, OnUnit},
-    {IDC_SIZE_INCH, OnUnit},  {IDC_SIZE_NAME, OnName},     {IDC_SIZE_LIST, OnList},
-    {IDC_SIZE_SAVE, OnSave},  {IDC_SIZE_DELETE, OnDelete}, {IDOK, OnOK},
+    {IDC_SIZE_WIDTH, OnSize},    {IDC_SIZE_LENGTH, OnSize},       {IDC_SIZE_MM, OnUnit},
+    {IDC_SIZE_INCH, OnUnit},     {IDC_SIZE_NAME, OnSizeName},     {IDC_SIZE_LIST, OnList},
+    {IDC_SIZE_SAVE, OnSaveSize}, {IDC_SIZE_DELETE, OnDeleteSize}, {IDOK, OnOK},
     {IDCANCEL, OnCancel},
 };
 
@@ -576,7 +395,7 @@ static void OnCommand(HWND hDlg, WPARAM wParam)
 {
     for (const auto &command : aCommands)
         if (command.id == LOWORD(wParam))
-            command.run(hDlg, GetCB(hDlg), LOWORD(wParam), HIWORD(wParam));
+            command.run(hDlg, GetPaperCB(hDlg), LOWORD(wParam), HIWORD(wParam));
 }
 
 INT_PTR CALLBACK UserDlgProc(HWND hDlg, UINT uMsg, WPARAM wParam, LPARAM lParam)
@@ -596,7 +415,7 @@ INT_PTR CALLBACK UserDlgProc(HWND hDlg, UINT uMsg, WPARAM wParam, LPARAM lParam)
         return FALSE;
     switch (uMsg) {
     case WM_DRAWITEM:
-        DrawUserPaper(*reinterpret_cast<const DRAWITEMSTRUCT *>(lParam), GetCB(hDlg));
+        DrawUserPaper(*reinterpret_cast<const DRAWITEMSTRUCT *>(lParam), GetPaperCB(hDlg));
         return FALSE;
     case WM_VSCROLL: return OnArrows(hDlg, wParam, lParam);
     case WM_COMMAND: OnCommand(hDlg, wParam); return FALSE;

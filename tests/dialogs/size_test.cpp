@@ -497,6 +497,81 @@ TEST_F(SizeTest, CancelKeepsWhatWasSavedAndDeletedMeanwhile)
     EXPECT_EQ(SlotsInFile(1), (Texts{"Flyer 394 787 2 769 2 0"}));
 }
 
+// ---- saves that fail --------------------------------------------------------------------------
+
+TEST_F(SizeTest, ASaveThatFailsLosesNothingAndIsNotReported)
+{
+    SaveAll({"Card"});
+    const std::string strOld = FileBytes();
+    for (const kvp::Call call : {kvp::Call::OpenFile, kvp::Call::Write, kvp::Call::Close}) {
+        bool bReached = true;
+        for (int n = 0; bReached; ++n) {
+            SCOPED_TRACE(std::to_string(static_cast<int>(call)) + ", " + std::to_string(n));
+            std::ofstream(UserFile(), std::ios::binary) << strOld;
+            ASSERT_TRUE(Get_DATFile(&dm));
+            EXPECT_EQ(Open({Name("Flyer"), [&] { kvp::FailCall(call, n); }, SAVE,
+                            [&] {
+                                bReached = kvp::CallsSeen(call) > n;
+                                kvp::FailCall(call, -1);
+                                EXPECT_EQ(SeenText(IDC_SIZE_LIST), "Flyer");
+                                EXPECT_EQ(Buttons(), "delete ok ");
+                            },
+                            OK}),
+                      1);
+            const size_t nUsed = FileBytes() == strOld ? 1 : 2;
+            EXPECT_TRUE(nUsed == 1 || SlotsInFile(2)[1] == "Flyer 2100 2970 1 769 2 1");
+            EXPECT_TRUE(nUsed == 2 || bReached) << "nothing failed, and nothing was saved";
+            EXPECT_EQ(FileBytes().size(), strOld.size());
+        }
+    }
+}
+
+TEST_F(SizeTest, ADirectoryThatCannotBeWrittenKeepsTheFileAndTheSheetItsSizes)
+{
+    SaveAll({"Card"});
+    const fs::path aside = fs::path(machine.strRoot) / "aside";
+    fs::rename(UserFile().parent_path(), aside);
+    EXPECT_EQ(Open({Choice("Card"), DELETE, "box ok", Name("Flyer"), SAVE, OK}), 0);
+    EXPECT_FALSE(fs::exists(UserFile().parent_path()));
+    fs::rename(aside, UserFile().parent_path());
+    EXPECT_EQ(SlotsInFile(1), (Texts{"Card 1000 2000 1 768 2 0"})) << "the old file";
+    EXPECT_EQ(Slots(UIInstance.dat, 1), (Texts{"Flyer 1000 2000 1 769 2 0"}));
+    EXPECT_EQ(Open({Name("Poster"), SAVE, CANCEL}), -1);
+    EXPECT_EQ(SlotsInFile(2), Slots(UIInstance.dat, 2)) << "the next save takes both along";
+}
+
+// ---- looks ------------------------------------------------------------------------------------
+
+TEST_F(SizeTest, TheUserDefinedEntryIsSetApartAndLimitsAreGrey)
+{
+    constexpr COLORREF GREY = RGB(192, 192, 192), WHITE = RGB(255, 255, 255), BLACK = 0;
+    SaveAll({"Card"});
+    const auto blackIn = [](int y) { // of a row of the list
+        int nBlack = 0;
+        for (int x = 1; x < ClientOf(IDC_SIZE_LIST).right - 1; ++x)
+            nBlack += PixelOf(IDC_SIZE_LIST, x, y) == BLACK;
+        return nBlack;
+    };
+    const auto look = [&] {
+        const int nRight = ClientOf(IDC_SIZE_LIST).right;
+        TEXTMETRICA tm{};
+        HDC hdc = GetDC(Shown(IDC_SIZE_LIST));
+        GetTextMetricsA(hdc, &tm);
+        ReleaseDC(Shown(IDC_SIZE_LIST), hdc);
+        // Items are as high as a line of text, below the list's edge; the line is dotted.
+        EXPECT_GT(blackIn(tm.tmHeight), nRight / 3);
+        EXPECT_LT(blackIn(tm.tmHeight), nRight);
+        EXPECT_EQ(blackIn(2 * tm.tmHeight), 0);
+        for (const int id : {IDC_SIZE_WIDTH_SMALLEST, IDC_SIZE_WIDTH_LARGEST,
+                             IDC_SIZE_LENGTH_SMALLEST, IDC_SIZE_LENGTH_LARGEST})
+            EXPECT_EQ(PixelOf(id, 2, 2), GREY) << id;
+        for (const int id : {IDC_SIZE_WIDTH, IDC_SIZE_LENGTH, IDC_SIZE_NAME})
+            EXPECT_EQ(PixelOf(id, 2, 2), WHITE) << id;
+    };
+    Open({look, CANCEL});
+    Open({look, CANCEL}); // the brush is kept
+}
+
 // ---- kept as they are -------------------------------------------------------------------------
 
 TEST_F(SizeTest, ANewSizeMakesARefusedNameGoodAgain)

@@ -1,9 +1,8 @@
-// Save Settings and About by themselves: a table of settings made here, the samples' dialog, and
+// Save Settings and About by themselves: a table of settings made here, the samples' dialogs, and
 // the user's file that follows the table.
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <iterator>
 
 #include <gmock/gmock.h>
@@ -13,6 +12,7 @@
 #include "dialogs/pages.h"
 #include "dialogs/settings_table.h"
 #include "resources/about_ids.h"
+#include "resources/main_ids.h"
 #include "resources/pictures.h"
 #include "resources/save_ids.h"
 #include "resources/styles.h"
@@ -28,9 +28,13 @@ using ::testing::HasSubstr;
 constexpr int32_t FIRST_SLOT = 8; // two Automatic records and six predefined ones
 constexpr WORD SLOTS = 3;
 constexpr const char *ANOTHER = R"(type 5204 "Another")", *PRESS_SAVE = "click 5230",
-                     *PRESS_DELETE = "click 2017";
-constexpr const char *USER_FILE = "C:\\winnt35\\system32\\KJ820PRO.ucf";
-constexpr const char *DELETED = R"(box ok "Do you want to delete the selected entry?")";
+                     *PRESS_DELETE = "click 2017",
+                     *USER_FILE = "C:\\winnt35\\system32\\KJ820PRO.ucf";
+
+struct NameRow {
+    const char *why, *typed, *kept;
+    bool bSave, bDelete;
+};
 
 class SaveDialog : public SampleTest
 {
@@ -40,12 +44,11 @@ class SaveDialog : public SampleTest
         LoadDataFile();
         UIInstance = UIINSTANCE{};
         UIInstance.hResLib = LoadLibraryA((std::string(DRIVER_DIR) + "KJ820UI.DLL").c_str());
-        DatFile &dat = UIInstance.dat;
-        dat.nAuto = 2;
-        dat.nPreset = FIRST_SLOT - 2;
-        dat.nSettings = FIRST_SLOT + SLOTS;
-        dat.CfgHeader = {FILE_VERSION, 2, FIRST_SLOT - 2, SLOTS, 0};
-        WCHAR wszName[32] = u"KORVA KJ-820 Pro";
+        UIInstance.dat.nAuto = 2;
+        UIInstance.dat.nPreset = FIRST_SLOT - 2;
+        UIInstance.dat.nSettings = FIRST_SLOT + SLOTS;
+        UIInstance.dat.CfgHeader.wUserSlots = SLOTS;
+        const WCHAR wszName[32] = u"KORVA KJ-820 Pro";
         KVMemcpy(dm.wszModelName, wszName, sizeof wszName);
     }
     ~SaveDialog() override
@@ -54,100 +57,80 @@ class SaveDialog : public SampleTest
         UIInstance = UIINSTANCE{};
         FreeDataFile();
     }
-    // The slots in use, the newest first; all of the others are free. Custom settings are edited.
-    void Keep(const std::vector<std::string> &aNames)
+    // A table with these in use, the newest first, and a person who has settings of rule 7.
+    void Keep(const std::vector<std::string> &aNames, int32_t nCurrent = KV_CUSTOM_SETTINGS)
     {
         DatFile &dat = UIInstance.dat;
         dat.lpSettings.assign(dat.nSettings, SettingsRecord{});
-        for (int32_t i = 0; i < FIRST_SLOT + SLOTS; ++i) {
-            SettingsRecord &record = dat.lpSettings[static_cast<size_t>(i)];
-            record.wIndex = static_cast<uint16_t>(i);
-            record.wRule = static_cast<uint16_t>(100 + i);
-            record.wState = i < FIRST_SLOT ? 0 : STATE_FREE;
-        }
-        for (size_t i = 0; i < aNames.size(); ++i) {
-            SettingsRecord &record = dat.lpSettings[FIRST_SLOT + i];
-            record.wState = STATE_IN_USE;
-            aNames[i].copy(record.szName, sizeof record.szName);
+        for (uint16_t i = 0; i < dat.nSettings; ++i) {
+            dat.lpSettings[i].wIndex = i;
+            dat.lpSettings[i].wRule = 100 + i;
+            dat.lpSettings[i].wState = STATE_FREE;
         }
         dat.nUserUsed = static_cast<uint32_t>(aNames.size());
-        BeCurrent(KV_CUSTOM_SETTINGS);
-    }
-    void BeCurrent(int32_t nSetting)
-    {
-        UIInstance.nCurSetting = nSetting;
-        UIInstance.nListState = nSetting == KV_CUSTOM_SETTINGS ? LIST_CUSTOM : LIST_FOUND;
+        for (size_t i = 0; i < aNames.size(); ++i) {
+            Slot(i).wState = STATE_IN_USE;
+            aNames[i].copy(Slot(i).szName, sizeof Slot(i).szName);
+        }
+        UIInstance.nCurSetting = nCurrent;
+        UIInstance.nListState = nCurrent == KV_CUSTOM_SETTINGS ? LIST_CUSTOM : LIST_FOUND;
         dm.Settings = {};
-        dm.Settings.wIndex = static_cast<uint16_t>(nSetting);
+        dm.Settings.wIndex = static_cast<uint16_t>(nCurrent);
         dm.Settings.wRule = 7;
     }
-    INT_PTR Open(std::vector<Person::Step> steps)
+    INT_PTR Open(std::vector<Person::Step> steps, WORD idDialog = IDD_SAVE,
+                 DLGPROC proc = SaveDlgProc)
     {
         person.Will(std::move(steps));
-        const INT_PTR nResult =
-            DialogBoxParamA(UIInstance.hResLib, MAKEINTRESOURCEA(IDD_SAVE), nullptr, SaveDlgProc,
-                            reinterpret_cast<LPARAM>(&block));
+        const INT_PTR nResult = DialogBoxParamA(UIInstance.hResLib, MAKEINTRESOURCEA(idDialog),
+                                                nullptr, proc, reinterpret_cast<LPARAM>(&block));
         person.ExpectDone();
         return nResult;
     }
-    // Every slot as "name number", a free one as "- number", and what was saved last as rule.
+    void TypeAll(std::span<const NameRow> rows)
+    {
+        std::vector<Person::Step> steps;
+        for (const NameRow &row : rows) {
+            steps.emplace_back(std::string("type 5204 \"") + row.typed + '"');
+            steps.emplace_back([&row] {
+                SCOPED_TRACE(row.why);
+                EXPECT_EQ(SeenText(IDC_SAVE_NAME), row.kept);
+                EXPECT_EQ(Seen(IDC_SAVE_SAVE)["enabled"], row.bSave);
+                EXPECT_EQ(Seen(IDC_SAVE_DELETE)["enabled"], row.bDelete);
+            });
+        }
+        steps.emplace_back("cancel");
+        EXPECT_EQ(Open(steps), 0);
+    }
+    static SettingsRecord &Slot(size_t n) { return UIInstance.dat.lpSettings[FIRST_SLOT + n]; }
+    // Every slot as its name, or "-", with its number and what it was made with.
     static std::vector<std::string> Slots()
     {
         std::vector<std::string> slots;
         for (const SettingsRecord &slot : UserSlots(&UIInstance))
             slots.push_back((slot.wState == STATE_FREE ? "-" : SettingName(slot)) + ' ' +
-                            std::to_string(slot.wIndex));
+                            std::to_string(slot.wIndex) + ' ' + std::to_string(slot.wRule));
         return slots;
-    }
-    static SettingsRecord Slot(size_t n) { return UIInstance.dat.lpSettings[FIRST_SLOT + n]; }
-    // What the user's file holds behind its version word; nothing when there is none.
-    static Bytes Saved()
-    {
-        std::ifstream file(kvp::HostPath(USER_FILE), std::ios::binary);
-        Bytes bytes((std::istreambuf_iterator<char>(file)), {});
-        bytes.erase(bytes.begin(), bytes.begin() + (bytes.size() < 2 ? 0 : 2));
-        return bytes;
     }
     static Bytes InMemory()
     {
-        const auto slots = std::as_bytes(UserSlots(&UIInstance));
-        Bytes bytes(slots.size());
-        std::memcpy(bytes.data(), slots.data(), slots.size());
+        Bytes bytes(SLOTS * sizeof(SettingsRecord));
+        std::memcpy(bytes.data(), &Slot(0), bytes.size());
         return bytes;
+    }
+    // What the user's file holds behind its version.
+    static Bytes Saved()
+    {
+        std::ifstream file(kvp::HostPath(USER_FILE), std::ios::binary);
+        file.ignore(2);
+        return {std::istreambuf_iterator<char>(file), {}};
     }
 
     DriverDevMode dm{};
     CBSTRUC block{&dm, &UIInstance, nullptr, nullptr, nullptr};
 };
 
-std::function<void()> Buttons(bool bSave, bool bDelete)
-{
-    return [=] {
-        EXPECT_EQ(Seen(IDC_SAVE_SAVE)["enabled"], bSave);
-        EXPECT_EQ(Seen(IDC_SAVE_DELETE)["enabled"], bDelete);
-    };
-}
-
 // ---- the name -------------------------------------------------------------------------------
-
-struct NameRow {
-    const char *why, *typed, *kept;
-    bool bSave, bDelete;
-};
-std::vector<Person::Step> TypeAll(std::span<const NameRow> rows)
-{
-    std::vector<Person::Step> steps;
-    for (const NameRow &row : rows) {
-        steps.emplace_back(std::string("type 5204 \"") + row.typed + '"');
-        steps.emplace_back([row] {
-            SCOPED_TRACE(row.why);
-            EXPECT_EQ(SeenText(IDC_SAVE_NAME), row.kept);
-            Buttons(row.bSave, row.bDelete)();
-        });
-    }
-    steps.emplace_back("cancel");
-    return steps;
-}
 
 TEST_F(SaveDialog, ANameSaysWhatCanBeDoneWithIt)
 {
@@ -155,20 +138,19 @@ TEST_F(SaveDialog, ANameSaysWhatCanBeDoneWithIt)
         {"a new one", "Holidays", "Holidays", true, false},
         {"a saved one", "Slides", "Slides", true, true},
         {"other letters", "slides", "slides", true, false},
-        {"a saved one of 16 bytes", "SixteenBytesLong", "SixteenBytesLong", true, true},
         {"nothing", "", "", false, false},
+        {"a saved one of 16 bytes", "SixteenBytesLong", "SixteenBytesLong", true, true},
         {"blanks", "   ", "   ", false, false},
         {"a predefined one", "Photo", "Photo", false, false},
         {"the page's label", "Custom Settings", "Custom Settings", false, false},
-        {"a part of it", "Custom", "Custom", true, false},
         {"one that the model does not predefine", "Full Dots", "Full Dots", true, false},
-        {"17 bytes", "abcdefghijklmnopq", "abcdefghijklmnop", true, false},
         {"cut to a saved one", "SixteenBytesLonger", "SixteenBytesLong", true, true},
         {"cut to a predefined one", "Photo Retouchings", "Photo Retouching", false, false},
+        {"typed on at the cut's end", "abcdefghijklmnopqr", "abcdefghijklmnop", true, false},
         {"a lead byte elsewhere, at the cut", "abcdefghijklmnoéq", "abcdefghijklmno", true, false},
     };
     Keep({"Slides", "SixteenBytesLong"});
-    EXPECT_EQ(Open(TypeAll(aRows)), 0);
+    TypeAll(aRows);
 }
 
 TEST_F(SaveDialog, ACutSplitsNoCharacter)
@@ -178,37 +160,13 @@ TEST_F(SaveDialog, ACutSplitsNoCharacter)
         {"18 bytes", "年賀状の設定ですよ", "年賀状の設定です", true, true},
         {"the 16th leads", "2年賀状の設定です", "2年賀状の設定で", true, false},
         {"the 16th only looks like it", "年賀状の設定でんき", "年賀状の設定でん", true, false},
-        {"a predefined one", "ふつう", "ふつう", true, false},
         {"the page's label", "手動設定", "手動設定", false, false},
     };
     machine.wLang = 0x0411;
     machine.uAnsiCodePage = 932;
     Apply();
     Keep({"\x94\x4E\x89\xEA\x8F\xF3\x82\xCC\x90\xDD\x92\xE8\x82\xC5\x82\xB7"});
-    EXPECT_EQ(Open(TypeAll(aRows)), 0);
-}
-
-TEST_F(SaveDialog, ACutNameIsTypedOnAtItsEnd)
-{
-    Keep({});
-    EXPECT_EQ(Open({R"(type 5204 "abcdefghijklmnopq")", "key Backspace", "key Backspace",
-                    [] { EXPECT_EQ(SeenText(IDC_SAVE_NAME), "abcdefghijklmn"); }, "cancel"}),
-              0);
-}
-
-TEST_F(SaveDialog, ThePickedNameIsOffered)
-{
-    Keep({"SixteenBytesLong", "Slides"});
-    EXPECT_EQ(Open({Buttons(false, false),
-                    [] {
-                        EXPECT_THAT(SeenItems(IDC_SAVE_LIST),
-                                    ElementsAre("SixteenBytesLong", "Slides"));
-                    },
-                    R"(choose 5226 "SixteenBytesLong")", Buttons(true, true),
-                    [] { EXPECT_EQ(SeenText(IDC_SAVE_NAME), "SixteenBytesLong"); },
-                    R"(choose 5226 "Slides")", [] { EXPECT_EQ(SeenText(IDC_SAVE_NAME), "Slides"); },
-                    "cancel"}),
-              0);
+    TypeAll(aRows);
 }
 
 // ---- saving ---------------------------------------------------------------------------------
@@ -216,50 +174,39 @@ TEST_F(SaveDialog, ThePickedNameIsOffered)
 TEST_F(SaveDialog, ANewSettingComesFirstAndBecomesCurrent)
 {
     Keep({"Slides", "Letters"});
-    dm.Settings.wIndex = KV_CUSTOM_SETTINGS;
-    dm.Settings.wDotScale = 3;
+    UIInstance.nCurSetting = 4; // left from before the settings became custom
     std::memset(dm.Settings.szName, 'x', sizeof dm.Settings.szName);
     const int32_t nAdjust[] = {1, -2, 3, -4, 5, ADJUST_MINUS};
     std::ranges::copy(nAdjust, UIInstance.nAdjust);
     EXPECT_EQ(Open({ANOTHER, "key Enter"}), 1);
-    EXPECT_THAT(Slots(), ElementsAre("Another 8", "Slides 9", "Letters 10"));
-    EXPECT_EQ(Slot(0).wRule, 7);
-    EXPECT_EQ(Slot(0).wDotScale, 3);
+    EXPECT_THAT(Slots(), ElementsAre("Another 8 7", "Slides 9 108", "Letters 10 109"));
     EXPECT_EQ(std::string(Slot(0).szName, 16), std::string("Another\0\0\0\0\0\0\0\0\0", 16));
     EXPECT_THAT(Slot(0).sAdj, ElementsAre(1, -2, 3, 4, -5, 0));
-    EXPECT_EQ(Slot(1).wRule, 108) << "all of a setting moves";
-    EXPECT_EQ(Slot(2).wRule, 109);
-    EXPECT_EQ(UIInstance.dat.nUserUsed, 3u);
     EXPECT_EQ(UIInstance.nCurSetting, FIRST_SLOT);
     EXPECT_EQ(UIInstance.nListState, LIST_ENTRY);
     EXPECT_EQ(Saved(), InMemory());
 }
 
-TEST_F(SaveDialog, WhatIsSavedIsTheCurrentEntryOfTheList)
+TEST_F(SaveDialog, TheListsEntryIsSavedAlsoWhereNoFileCanBe)
 {
-    Keep({});
-    BeCurrent(4);
+    std::filesystem::create_directory(kvp::HostPath(USER_FILE));
+    Keep({}, 4);
     EXPECT_EQ(Open({ANOTHER, PRESS_SAVE}), 1);
-    EXPECT_EQ(Slot(0).wRule, 104);
+    EXPECT_THAT(Slots(), ElementsAre("Another 8 104", "- 9 109", "- 10 110"));
     EXPECT_EQ(dm.Settings.wRule, 104);
 }
 
-TEST_F(SaveDialog, ASettingIsReplacedWhereItStands)
+TEST_F(SaveDialog, ASettingIsReplacedWhereItStandsIfTheUserAgrees)
 {
-    const char *REPLACED =
-        R"(box %s "A setting of this name has been saved before. Do you want to replace it?")";
-    const auto answer = [&](const std::string &button) {
-        std::string line = REPLACED;
-        return line.replace(line.find("%s"), 2, button);
-    };
     Keep({"Slides", "Letters"});
-    const Bytes before = InMemory();
-    EXPECT_EQ(Open({R"(type 5204 "Letters")", PRESS_SAVE, answer("cancel"),
-                    [&] { EXPECT_EQ(InMemory(), before); }, PRESS_SAVE, answer("ok")}),
-              1);
-    EXPECT_THAT(Slots(), ElementsAre("Slides 8", "Letters 9", "- 10"));
-    EXPECT_EQ(Slot(0).wRule, 108);
-    EXPECT_EQ(Slot(1).wRule, 7);
+    EXPECT_EQ(
+        Open(
+            {R"(choose 5226 "Letters")", PRESS_SAVE, "box cancel",
+             [] { EXPECT_THAT(Slots(), ElementsAre("Slides 8 108", "Letters 9 109", "- 10 110")); },
+             PRESS_SAVE,
+             R"(box ok "A setting of this name has been saved before. Do you want to replace it?")"}),
+        1);
+    EXPECT_THAT(Slots(), ElementsAre("Slides 8 108", "Letters 9 7", "- 10 110"));
     EXPECT_EQ(UIInstance.nCurSetting, FIRST_SLOT + 1);
     EXPECT_EQ(Saved(), InMemory());
 }
@@ -267,23 +214,10 @@ TEST_F(SaveDialog, ASettingIsReplacedWhereItStands)
 TEST_F(SaveDialog, AFullTableTakesNothingNotEvenAReplacement)
 {
     Keep({"Slides", "Letters", "Maps"});
-    const Bytes before = InMemory();
     for (const char *name : {ANOTHER, R"(type 5204 "Letters")"})
-        EXPECT_EQ(Open({name, PRESS_SAVE,
-                        R"(box ok "No more settings can be saved. Delete one that you no longer )"
-                        R"(need, then save again.")"}),
-                  0);
-    EXPECT_EQ(InMemory(), before);
-    EXPECT_EQ(UIInstance.nCurSetting, KV_CUSTOM_SETTINGS);
+        EXPECT_EQ(Open({name, PRESS_SAVE, "box ok"}), 0);
+    EXPECT_THAT(Slots(), ElementsAre("Slides 8 108", "Letters 9 109", "Maps 10 110"));
     EXPECT_TRUE(Saved().empty());
-}
-
-TEST_F(SaveDialog, AFileThatCannotBeWrittenIsNotMentioned)
-{
-    Keep({});
-    std::filesystem::create_directory(kvp::HostPath(USER_FILE));
-    EXPECT_EQ(Open({ANOTHER, PRESS_SAVE}), 1);
-    EXPECT_THAT(Slots(), ElementsAre("Another 8", "- 9", "- 10"));
 }
 
 // ---- deleting -------------------------------------------------------------------------------
@@ -292,26 +226,24 @@ TEST_F(SaveDialog, WhatIsCurrentSurvivesADeletion)
 {
     const struct {
         const char *why;
-        int32_t nCurrent, nResult, nAfter;
-        bool bCustom;
+        int32_t nCurrent, nResult, nAfter, nState;
     } aRows[] = {
-        {"the current one itself", FIRST_SLOT + 1, 1, KV_CUSTOM_SETTINGS, true},
-        {"one before it", FIRST_SLOT + 2, 0, FIRST_SLOT + 1, false},
-        {"one behind it", FIRST_SLOT, 0, FIRST_SLOT, false},
-        {"a predefined one is current", 3, 0, 3, false},
-        {"the settings are custom", KV_CUSTOM_SETTINGS, 0, KV_CUSTOM_SETTINGS, true},
+        {"the current one itself", FIRST_SLOT + 1, 1, KV_CUSTOM_SETTINGS, LIST_CUSTOM},
+        {"one before it", FIRST_SLOT + 2, 0, FIRST_SLOT + 1, LIST_FOUND},
+        {"one behind it", FIRST_SLOT, 0, FIRST_SLOT, LIST_FOUND},
+        {"a predefined one is current", 3, 0, 3, LIST_FOUND},
+        {"the settings are custom", KV_CUSTOM_SETTINGS, 0, KV_CUSTOM_SETTINGS, LIST_CUSTOM},
     };
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.why);
-        Keep({"Slides", "Letters", "Maps"});
-        BeCurrent(row.nCurrent);
-        EXPECT_EQ(Open({R"(choose 5226 "Letters")", PRESS_DELETE, DELETED}), row.nResult);
-        EXPECT_THAT(Slots(), ElementsAre("Slides 8", "Maps 9", "- 10"));
-        EXPECT_EQ(Slot(1).wRule, 110);
+        Keep({"Slides", "Letters", "Maps"}, row.nCurrent);
+        EXPECT_EQ(Open({R"(choose 5226 "Letters")", PRESS_DELETE,
+                        R"(box ok "Do you want to delete the selected entry?")"}),
+                  row.nResult);
+        EXPECT_THAT(Slots(), ElementsAre("Slides 8 108", "Maps 9 110", "- 10 110"));
         EXPECT_EQ(SettingName(Slot(2)), "Maps") << "a freed slot keeps its bytes";
-        EXPECT_EQ(UIInstance.dat.nUserUsed, 2u);
         EXPECT_EQ(UIInstance.nCurSetting, row.nAfter);
-        EXPECT_EQ(UIInstance.nListState, row.bCustom ? LIST_CUSTOM : LIST_FOUND);
+        EXPECT_EQ(UIInstance.nListState, row.nState);
         EXPECT_EQ(dm.Settings.wIndex, row.nResult ? KV_CUSTOM_SETTINGS : row.nCurrent);
         EXPECT_EQ(dm.Settings.wRule, row.nCurrent == KV_CUSTOM_SETTINGS ? 7 : 100 + row.nCurrent);
         EXPECT_EQ(Saved(), InMemory());
@@ -320,20 +252,44 @@ TEST_F(SaveDialog, WhatIsCurrentSurvivesADeletion)
 
 TEST_F(SaveDialog, NothingHappensWithoutAYes)
 {
-    Keep({"Slides", "Letters"});
-    BeCurrent(FIRST_SLOT);
-    const Bytes before = InMemory();
-    const std::vector<std::vector<Person::Step>> ways = {
-        {"cancel"},
-        {ANOTHER, "key Escape"},
-        {R"(choose 5226 "Slides")", PRESS_DELETE, "box cancel"},
-    };
-    for (const auto &way : ways) {
+    Keep({"Slides", "Letters"}, FIRST_SLOT);
+    for (const std::vector<Person::Step> &way :
+         {std::vector<Person::Step>{ANOTHER, "key Escape"},
+          std::vector<Person::Step>{R"(choose 5226 "Slides")", PRESS_DELETE, "box cancel"}}) {
         EXPECT_EQ(Open(way), 0);
-        EXPECT_EQ(InMemory(), before);
+        EXPECT_THAT(Slots(), ElementsAre("Slides 8 108", "Letters 9 109", "- 10 110"));
         EXPECT_EQ(UIInstance.nCurSetting, FIRST_SLOT);
         EXPECT_TRUE(Saved().empty());
     }
+}
+
+// ---- from the Main page ---------------------------------------------------------------------
+
+class SavedSettings : public SampleTest
+{
+};
+
+TEST_F(SavedSettings, AreFoundAgainAndDeletedFromTheMainPage)
+{
+    const auto shown = [](const char *text) {
+        return [text] { EXPECT_EQ(SeenText(IDC_MAIN_SETTINGS), text); };
+    };
+    Start();
+    EXPECT_EQ(Show({"click 5042", "click 2019", R"(type 5204 "Mine")", "click 5230", shown("Mine"),
+                    "click 2019", R"(type 5204 "Yours")", "click 5230", shown("Yours"), "ok"}),
+              1);
+    EXPECT_EQ(
+        ShowAgain({shown("Yours"), "drop 5040",
+                   [] {
+                       const std::vector<std::string> items = SeenItems(IDC_MAIN_SETTINGS);
+                       EXPECT_EQ(items[items.size() - 2], "Mine") << "older ones come first";
+                       EXPECT_EQ(items.back(), "Yours");
+                   },
+                   R"(choose 5040 "Mine")", "click 2019", R"(choose 5226 "Yours")", PRESS_DELETE,
+                   "box ok", shown("Mine"), "click 2019", R"(choose 5226 "Mine")", PRESS_DELETE,
+                   "box ok", shown("Custom Settings"), "ok"}),
+        1);
+    EXPECT_EQ(out.Settings.wIndex, KV_CUSTOM_SETTINGS);
 }
 
 // ---- About ----------------------------------------------------------------------------------
@@ -345,13 +301,8 @@ TEST_F(SaveDialog, AboutShowsMakerAndModelAndOnlyCloses)
         EXPECT_THAT(kvp::DescribeTopWindow(), HasSubstr("KORVA KJ-820 Pro"));
         EXPECT_EQ(PixelOf(IDC_ABOUT_CLOSE, -5, -5), RGB(192, 192, 192)) << "as grey as the sheet";
     };
-    for (const char *way : {"click 2123", "key Enter", "key Escape"}) {
-        person.Will({look, way});
-        EXPECT_EQ(DialogBoxParamA(UIInstance.hResLib, MAKEINTRESOURCEA(IDD_ABOUT), nullptr,
-                                  AboutDlgProc, reinterpret_cast<LPARAM>(&dm)),
-                  1);
-        person.ExpectDone();
-    }
+    for (const char *way : {"click 2123", "key Escape"})
+        EXPECT_EQ(Open({look, way}, IDD_ABOUT, AboutDlgProc), 1);
 }
 
 } // namespace

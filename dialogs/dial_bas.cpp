@@ -45,6 +45,7 @@ void TakeCurrent(UIINSTANCE *lpInstance, Take take)
 static INT_PTR OnInitDialog(HWND hDlg, LPARAM lParam)
 {
     SetCB(hDlg, CBOfPage(lParam));
+    bUsable = FALSE; // while boxes of the opening are up
     bUsable = InitBasicUIDlg(hDlg, BasicCB(hDlg)->lpDevMode);
     return TRUE;
 }

@@ -3,6 +3,10 @@
 // setting's is its position. The label of custom settings, which has data 0, stands last, and only
 // while the list is closed.
 #include "dialogs/dial_bas.h"
+
+#include <algorithm>
+#include <vector>
+
 #include "dialogs/helpers.h"
 #include "dialogs/rules.h"
 #include "resources/text_ids.h"
@@ -21,30 +25,35 @@ static std::string PresetName(const UIINSTANCE *lpInstance, int nPreset)
 }
 
 // A preset that stands for several media is listed once; the case of letters counts.
-static void AppendPreset(HWND hDlg, const std::string &strName, int nPreset)
-{
-    const LRESULT nItems = SendDlgItemMessageA(hDlg, IDC_MAIN_SETTINGS, CB_GETCOUNT, 0, 0);
-    for (LRESULT i = 0; i < nItems; i++)
-        if (ItemText(hDlg, IDC_MAIN_SETTINGS, i) == strName) {
-            SendDlgItemMessageA(hDlg, IDC_MAIN_SETTINGS, CB_SETITEMDATA, static_cast<WPARAM>(i),
-                                nPreset);
-            return;
-        }
-    AppendItem(hDlg, IDC_MAIN_SETTINGS, strName.c_str(), nPreset);
-}
-
-static void FillList(HWND hDlg, UIINSTANCE *lpInstance)
+static void ListPresets(HWND hDlg, UIINSTANCE *lpInstance)
 {
     const int32_t nFirstSlot = FirstUserSlot(lpInstance);
+    std::vector<std::string> aNames;
+    for (auto i = static_cast<int32_t>(lpInstance->dat.nAuto); i < nFirstSlot; i++) {
+        const SettingsRecord *lpRecord = SettingAt(lpInstance, i);
+        if (!lpRecord || lpRecord->wInk != lpInstance->bInk || lpRecord->wPreset >= nFirstSlot)
+            continue;
+        const std::string strName = PresetName(lpInstance, lpRecord->wPreset);
+        const auto it = std::ranges::find(aNames, strName);
+        if (it == aNames.end()) {
+            AppendItem(hDlg, IDC_MAIN_SETTINGS, strName.c_str(), lpRecord->wPreset);
+            aNames.push_back(strName);
+        } else {
+            SendDlgItemMessageA(hDlg, IDC_MAIN_SETTINGS, CB_SETITEMDATA,
+                                static_cast<WPARAM>(it - aNames.begin()), lpRecord->wPreset);
+        }
+    }
+}
+
+// The newest is the first slot and the last item.
+static void FillList(HWND hDlg, UIINSTANCE *lpInstance)
+{
     SendDlgItemMessageA(hDlg, IDC_MAIN_SETTINGS, CB_RESETCONTENT, 0, 0);
-    for (auto i = static_cast<int32_t>(lpInstance->dat.nAuto); i < nFirstSlot; i++)
-        if (const SettingsRecord *lpRecord = SettingAt(lpInstance, i);
-            lpRecord && lpRecord->wInk == lpInstance->bInk && lpRecord->wPreset < nFirstSlot)
-            AppendPreset(hDlg, PresetName(lpInstance, lpRecord->wPreset), lpRecord->wPreset);
-    // The newest is the first slot and the last item.
-    for (auto k = static_cast<int32_t>(lpInstance->dat.nUserUsed) - 1; k >= 0; k--)
-        if (const SettingsRecord *lpRecord = SettingAt(lpInstance, nFirstSlot + k))
-            AppendItem(hDlg, IDC_MAIN_SETTINGS, SettingName(*lpRecord).c_str(), nFirstSlot + k);
+    ListPresets(hDlg, lpInstance);
+    const auto saved = UserSettings(lpInstance);
+    for (size_t k = saved.size(); k-- > 0;)
+        AppendItem(hDlg, IDC_MAIN_SETTINGS, SettingName(saved[k]).c_str(),
+                   FirstUserSlot(lpInstance) + static_cast<LPARAM>(k));
 }
 
 // ---- selecting --------------------------------------------------------------------------------

@@ -62,7 +62,7 @@ class SaveDialog : public SampleTest
     {
         DatFile &dat = UIInstance.dat;
         dat.lpSettings.assign(dat.nSettings, SettingsRecord{});
-        for (uint16_t i = 0; i < dat.nSettings; ++i) {
+        for (uint16_t i = 0; i < FIRST_SLOT + SLOTS; ++i) {
             dat.lpSettings[i].wIndex = i;
             dat.lpSettings[i].wRule = 100 + i;
             dat.lpSettings[i].wState = STATE_FREE;

@@ -22,7 +22,7 @@ static CBSTRUC *GetCB(HWND hDlg)
 static void EnableButtons(HWND hDlg, std::initializer_list<int> aButtons, bool bEnable)
 {
     for (const int id : aButtons)
-        EnableWindow(GetDlgItem(hDlg, id), bEnable);
+        EnableControl(hDlg, id, bEnable);
 }
 
 static INT_PTR OnInitDialog(HWND hDlg, LPARAM lParam)

@@ -53,14 +53,17 @@ static std::string NumberedText(const UIINSTANCE *lpInstance, UINT idFirst, int 
     return n < 0 ? "" : LoadText(lpInstance->hResLib, idFirst + static_cast<UINT>(n));
 }
 
+std::string ResolutionNameAt(const UIINSTANCE *lpInstance, int nPosition)
+{
+    const int16_t *lpName =
+        RecordAt(lpInstance->dat.lpResNames, lpInstance->dat.nResNames, nPosition);
+    return lpName ? NumberedText(lpInstance, RESOLUTION_NAME, *lpName) : "";
+}
+
 std::string ResolutionName(const UIINSTANCE *lpInstance, int nRes)
 {
     const ResolutionRecord *lpRes = Resolution(lpInstance, nRes);
-    if (!lpRes)
-        return "";
-    const int16_t *lpName =
-        RecordAt(lpInstance->dat.lpResNames, lpInstance->dat.nResNames, lpRes->wResName);
-    return lpName ? NumberedText(lpInstance, RESOLUTION_NAME, *lpName) : "";
+    return lpRes ? ResolutionNameAt(lpInstance, lpRes->wResName) : "";
 }
 
 std::string MediaName(const UIINSTANCE *lpInstance, int nMedia)

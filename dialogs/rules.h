@@ -38,6 +38,8 @@ bool HasRule(const DatFile &block, int nRes, int nInk);
 
 // Names of the UI resource library, empty where the tables or the library lack them.
 std::string ResolutionName(const UIINSTANCE *lpInstance, int nRes);
+// Of a position in the table of resolution names.
+std::string ResolutionNameAt(const UIINSTANCE *lpInstance, int nPosition);
 // Of a resolution: its media record taken by position.
 std::string MediaNameByIndex(const UIINSTANCE *lpInstance, int nRes);
 // Of a resolution: the first media record of its media number, by position when there is none.

@@ -150,6 +150,7 @@ KV_IMPORT NTSTATUS WINAPI RtlUnicodeToMultiByteN(LPSTR MultiByteString,
 // kernel: memory
 
 constexpr UINT GMEM_FIXED = 0;
+constexpr UINT GMEM_MOVEABLE = 2;
 constexpr UINT GMEM_ZEROINIT = 0x40;
 constexpr UINT LMEM_FIXED = 0;
 constexpr UINT LMEM_ZEROINIT = 0x40;
@@ -159,6 +160,13 @@ KV_IMPORT HGLOBAL WINAPI GlobalAlloc(UINT uFlags, size_t dwBytes);
 KV_IMPORT HGLOBAL WINAPI GlobalFree(HGLOBAL hMem);
 // Bytes that a block was asked for with; 0 for null.
 KV_IMPORT size_t WINAPI GlobalSize(HGLOBAL hMem);
+// Where a movable block lies until its last lock is undone.
+KV_IMPORT LPVOID WINAPI GlobalLock(HGLOBAL hMem);
+// Whether it is still locked; a block that cannot move always is. The last error tells an unlocked
+// block (ERROR_SUCCESS) from one that was not locked.
+KV_IMPORT BOOL WINAPI GlobalUnlock(HGLOBAL hMem);
+// Of the block that lies there.
+KV_IMPORT HGLOBAL WINAPI GlobalHandle(LPCVOID pMem);
 KV_IMPORT HLOCAL WINAPI LocalAlloc(UINT uFlags, size_t uBytes);
 KV_IMPORT HLOCAL WINAPI LocalFree(HLOCAL hMem);
 

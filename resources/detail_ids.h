@@ -1,5 +1,5 @@
-// The More Settings dialog, which is the model's: numbers of its template, of the controls that
-// have help, and its help contexts. Macros only.
+// The More Settings dialog, which is the model's: numbers of its template, of its controls, and its
+// help contexts. Macros only.
 #ifndef KV_RESOURCES_DETAIL_IDS_H
 #define KV_RESOURCES_DETAIL_IDS_H
 
@@ -28,28 +28,56 @@
 #define IDC_DETAIL_FD 5224
 #define IDC_DETAIL_KRJNL 5207
 
-/* Colour: the intent, then six adjustments of label, field and trackbar */
+/* Colour: the intent, then six adjustments of label, field, sign button and trackbar; the trackbars
+   are made at run time where their places are */
 #define IDC_DETAIL_COLOR_GROUP 5043
 #define IDC_DETAIL_INTENT_LABEL 5200
 #define IDC_DETAIL_INTENT 5171
 #define IDC_DETAIL_LABEL_0 5196
 #define IDC_DETAIL_FIELD_0 5600
+#define IDC_DETAIL_SIGN_0 2017
 #define IDC_DETAIL_BAR_0 5198
+#define IDC_DETAIL_PLACE_0 7305
 #define IDC_DETAIL_LABEL_1 5195
 #define IDC_DETAIL_FIELD_1 5601
+#define IDC_DETAIL_SIGN_1 2018
 #define IDC_DETAIL_BAR_1 2148
+#define IDC_DETAIL_PLACE_1 7306
 #define IDC_DETAIL_LABEL_2 5201
 #define IDC_DETAIL_FIELD_2 5602
+#define IDC_DETAIL_SIGN_2 2019
 #define IDC_DETAIL_BAR_2 2149
+#define IDC_DETAIL_PLACE_2 7301
 #define IDC_DETAIL_LABEL_3 5202
 #define IDC_DETAIL_FIELD_3 5603
+#define IDC_DETAIL_SIGN_3 2020
 #define IDC_DETAIL_BAR_3 2150
+#define IDC_DETAIL_PLACE_3 7302
 #define IDC_DETAIL_LABEL_4 5203
 #define IDC_DETAIL_FIELD_4 5604
+#define IDC_DETAIL_SIGN_4 2021
 #define IDC_DETAIL_BAR_4 2151
+#define IDC_DETAIL_PLACE_4 7303
 #define IDC_DETAIL_LABEL_5 5204
 #define IDC_DETAIL_FIELD_5 5605
+#define IDC_DETAIL_SIGN_5 2022
 #define IDC_DETAIL_BAR_5 2152
+#define IDC_DETAIL_PLACE_5 7304
+
+#define IDC_DETAIL_HELP 5192
+
+/* Pictures that never change, beside what they stand for */
+#define IDC_DETAIL_RESOLUTION_LINE 5178
+#define IDC_DETAIL_MW_LINE 5181
+#define IDC_DETAIL_MW_OPTION_LINE 5183
+#define IDC_DETAIL_HT_LINE 5184
+#define IDC_DETAIL_HS_LINE 5188
+#define IDC_DETAIL_MIRROR_LINE 5190
+#define IDC_DETAIL_KRJNL_LINE 5206
+#define IDC_DETAIL_INTENT_LINE 5221
+#define IDC_DETAIL_FD_LINE 5230
+#define IDC_DETAIL_INK_LINE 5233
+#define IDC_DETAIL_MEDIA_LINE 5234
 
 /* Known to the help only */
 #define IDC_DETAIL_KEPT 5047

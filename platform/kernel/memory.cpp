@@ -1,4 +1,5 @@
-// Blocks: fixed ones only, so that a handle is the block's address, and memory below 4 GiB.
+// Blocks, and memory below 4 GiB. A handle is the block's address also where the block may move:
+// none ever does, but locks are counted as if it could.
 #include <sys/mman.h>
 
 #include <cstddef>
@@ -19,14 +20,17 @@ constexpr uintptr_t FOUR_GIB = 0x100000000;
 // What stands before a block's own bytes, as wide as memory is aligned.
 struct alignas(std::max_align_t) Head {
     size_t cb;
+    bool bMovable;
+    BYTE bLocks;
 };
+constexpr BYTE MOST_LOCKS = 255;
 
 Head *HeadOf(void *pBlock)
 {
     return static_cast<Head *>(pBlock) - 1;
 }
 
-void *AllocBlock(UINT uFlags, size_t cb)
+void *AllocBlock(UINT uFlags, size_t cb, bool bMovable = false)
 {
     const bool bZero = (uFlags & GMEM_ZEROINIT) != 0;
     if (kvp::ShouldFail(kvp::Call::Alloc) || cb > LARGEST_BLOCK)
@@ -36,7 +40,7 @@ void *AllocBlock(UINT uFlags, size_t cb)
     void *pMemory = bZero ? std::calloc(1, sizeof(Head) + cb) : std::malloc(sizeof(Head) + cb);
     if (!pMemory)
         return kvp::Fail<void *>(kvp::ERROR_NOT_ENOUGH_MEMORY, nullptr);
-    void *pBlock = new (pMemory) Head{cb} + 1;
+    void *pBlock = new (pMemory) Head{cb, bMovable, 0} + 1;
     if (!bZero)
         kvp::SpoilRest(pBlock, cb);
     kvp::g_nBlocks.fetch_add(1, std::memory_order_relaxed);
@@ -56,7 +60,36 @@ void *FreeBlock(void *pBlock)
 
 HGLOBAL WINAPI GlobalAlloc(UINT uFlags, size_t dwBytes)
 {
-    return AllocBlock(uFlags, dwBytes);
+    return AllocBlock(uFlags & ~GMEM_MOVEABLE, dwBytes, (uFlags & GMEM_MOVEABLE) != 0);
+}
+
+LPVOID WINAPI GlobalLock(HGLOBAL hMem)
+{
+    if (!hMem)
+        return kvp::Fail<LPVOID>(kvp::ERROR_INVALID_HANDLE, nullptr);
+    Head *pHead = HeadOf(hMem);
+    if (pHead->bMovable && pHead->bLocks < MOST_LOCKS)
+        ++pHead->bLocks;
+    return hMem;
+}
+
+BOOL WINAPI GlobalUnlock(HGLOBAL hMem)
+{
+    if (!hMem)
+        return kvp::Fail<BOOL>(kvp::ERROR_INVALID_HANDLE, FALSE);
+    Head *pHead = HeadOf(hMem);
+    if (!pHead->bMovable)
+        return TRUE;
+    if (pHead->bLocks == 0)
+        return kvp::Fail<BOOL>(kvp::ERROR_NOT_LOCKED, FALSE);
+    if (--pHead->bLocks > 0)
+        return TRUE;
+    return kvp::Fail<BOOL>(ERROR_SUCCESS, FALSE);
+}
+
+HGLOBAL WINAPI GlobalHandle(LPCVOID pMem)
+{
+    return const_cast<void *>(pMem);
 }
 
 HGLOBAL WINAPI GlobalFree(HGLOBAL hMem)

@@ -205,12 +205,36 @@ TEST_F(KernelMachine, BlocksAreCountedFilledAndBounded)
     EXPECT_EQ(LocalAlloc(LMEM_FIXED, 1), nullptr);
     EXPECT_EQ(GetLastError(), 8u);
     EXPECT_EQ(GlobalAlloc(GMEM_ZEROINIT, 0xFFFFFFFF), nullptr) << "more than the machine has";
-    EXPECT_EQ(GlobalAlloc(2, 1), nullptr) << "blocks that move";
+    EXPECT_EQ(GlobalAlloc(4, 1), nullptr) << "a flag that the machine does not know";
     EXPECT_EQ(kvp::CurrentlyHeld().nBlocks, 3u);
     EXPECT_EQ(GlobalFree(pDirty), nullptr);
     EXPECT_EQ(LocalFree(pClean), nullptr);
     EXPECT_EQ(GlobalFree(pEmpty), nullptr);
     EXPECT_EQ(GlobalFree(nullptr), nullptr);
+    EXPECT_EQ(kvp::CurrentlyHeld().nBlocks, 0u);
+}
+
+TEST_F(KernelMachine, LocksOfABlockThatMayMoveAreCounted)
+{
+    HGLOBAL hBlock = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, 562);
+    LPVOID pFirst = GlobalLock(hBlock), pSecond = GlobalLock(hBlock);
+    ASSERT_NE(pFirst, nullptr);
+    EXPECT_EQ(pFirst, pSecond);
+    EXPECT_EQ(GlobalHandle(pFirst), hBlock);
+    EXPECT_EQ(GlobalSize(hBlock), 562u);
+    EXPECT_TRUE(GlobalUnlock(hBlock)) << "once more";
+    EXPECT_FALSE(GlobalUnlock(hBlock));
+    EXPECT_EQ(GetLastError(), ERROR_SUCCESS);
+    EXPECT_FALSE(GlobalUnlock(hBlock));
+    EXPECT_EQ(GetLastError(), 158u) << "once too often";
+    EXPECT_EQ(GlobalFree(hBlock), nullptr);
+
+    HGLOBAL hFixed = GlobalAlloc(GMEM_FIXED, 1);
+    EXPECT_EQ(GlobalLock(hFixed), hFixed);
+    EXPECT_TRUE(GlobalUnlock(hFixed)) << "it cannot move";
+    GlobalFree(hFixed);
+    EXPECT_EQ(GlobalLock(nullptr), nullptr);
+    EXPECT_FALSE(GlobalUnlock(nullptr));
     EXPECT_EQ(kvp::CurrentlyHeld().nBlocks, 0u);
 }
 

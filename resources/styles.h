@@ -42,6 +42,7 @@
     LBS_NOTIFY | LBS_OWNERDRAWFIXED | LBS_HASSTRINGS | WS_BORDER | WS_VSCROLL | WS_TABSTOP
 /* A number to be read, and to be copied, but not to be stopped at. */
 #define SHOWN_NUMBER ES_AUTOHSCROLL | ES_READONLY | NOT WS_TABSTOP
+#define TEXT_LIST CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP
 /* Pictures that only show something take neither focus nor clicks. */
 #define DRAWN_PICTURE BS_OWNERDRAW | WS_DISABLED
 #define DRAWN_BUTTON BS_OWNERDRAW | WS_TABSTOP

@@ -462,7 +462,7 @@ TEST_F(Detail, OnlyAMediaIsWrittenAsTheRecordsMedia)
     EXPECT_EQ(dm.Settings.wMedia, 77);
 }
 
-TEST_F(Detail, TheListOfMediaIsNotRefilledAfterAnOption)
+TEST_F(Detail, TheListsStayAfterAnOption)
 {
     Make({{R360, PLAIN, 0, 0}, {R720, COATED, 1, OPT1 | HS1}});
     BeCurrent(Setting(1, KV_FLAG_MW));
@@ -813,24 +813,6 @@ TEST_F(Detail, TablesThatLeadNowhereLeadNowhere)
     UIInstance.dat = {};
     From(0, {Click(IDC_DETAIL_FD), Click(IDC_DETAIL_HS), Click(IDC_DETAIL_BLACK),
              [] { EXPECT_THAT(SeenItems(IDC_DETAIL_RESOLUTION), IsEmpty()); }});
-}
-
-TEST_F(Detail, ZZShot)
-{
-    MakeSample();
-    for (int scale = 1; scale <= 2; ++scale)
-        for (const LANGID lang : {0x409, 0x411}) {
-            machine.wLang = lang;
-            machine.uAnsiCodePage = lang == 0x411 ? 932 : 1252;
-            Apply();
-            kvp::ConfigureScreen(
-                {.strDisplay = "headless", .nScale = scale, .strScript = "", .strShots = ""});
-            std::string base = "/tmp/detail_" + std::to_string(lang) + "_" + std::to_string(scale);
-            BeCurrent(UIInstance.dat.lpSettings.at(20));
-            Open({[&] { kvp::SaveScreen(base + "_color.png"); }, Type(IDC_DETAIL_FIELD_0, "-4"),
-                  Slide(IDC_DETAIL_BAR_3, 50), Click(IDC_DETAIL_BLACK), "drop 5177",
-                  [&] { kvp::SaveScreen(base + "_black.png"); }, "close 5177", "cancel"});
-        }
 }
 
 } // namespace

@@ -119,6 +119,9 @@ static bool PaintTree(Window &window)
         return false;
     bool painted = false;
     if (!IsEmpty(window.invalid)) {
+        // A child that has painted itself before its parent's turn will be painted over: once more.
+        const RECT part = window.invalid;
+        window.Invalidate(&part, window.eraseNeeded);
         PaintOne(window);
         painted = true;
     }

@@ -502,4 +502,60 @@ TEST_F(PaperPageOfSamples, EachSourceAndKindOfPaperMakesItsRecord)
     }
 }
 
+// Width and length as the dialog leaves them. Cancel keeps what was held, and a saved size lies
+// behind the user-defined paper.
+TEST_F(PaperPageOfSamples, TheSizeDialogEndsWithASizeOrASavedOne)
+{
+    Start();
+    const auto previewIs = [](int nPicture) {
+        return [nPicture] {
+            EXPECT_EQ(Seen(IDC_PAPER_PREVIEW).at("picture"), nPicture);
+            EXPECT_EQ(PixelOf(IDC_PAPER_PREVIEW, 1, 1), WHITE);
+        };
+    };
+    const struct {
+        const char *why;
+        std::vector<Person::Step> steps;
+        int nPaper;
+        int16_t id, width, length;
+        WORD width360, length360, right;
+    } aRows[] = {
+        {"cancelled", {"type 5227 \"1000\"", "cancel"}, 21, 256, 2100, 2970, 2976, 4209, 60},
+        {"confirmed",
+         {"type 5227 \"1000\"", "type 5054 \"1500\"", "ok"},
+         21,
+         256,
+         1000,
+         1500,
+         1417,
+         2126,
+         60},
+        {"saved and chosen",
+         {"type 5227 \"2000\"", "type 5054 \"2500\"", "type 5256 \"Poster\"", "click 5257", "ok"},
+         22,
+         768,
+         2000,
+         2500,
+         2976,
+         4209,
+         60},
+    };
+    for (const auto &row : aRows) {
+        SCOPED_TRACE(row.why);
+        std::vector<Person::Step> steps = {"page \"Paper\"", "choose 5040 \"User Defined\""};
+        steps.insert(steps.end(), row.steps.begin(), row.steps.end());
+        steps.insert(steps.end(), {previewIs(4000), "ok"});
+        EXPECT_EQ(Show(steps), 1);
+        EXPECT_EQ(out.nPaper, row.nPaper);
+        EXPECT_EQ(out.dm.dmPaperSize, row.id);
+        EXPECT_EQ(out.dm.dmPaperWidth, row.width);
+        EXPECT_EQ(out.dm.dmPaperLength, row.length);
+        EXPECT_EQ(out.lPaperWidth, row.width);
+        EXPECT_EQ(out.lPaperLength, row.length);
+        EXPECT_EQ(out.wPaperWidth360, row.width360);
+        EXPECT_EQ(out.wPaperLength360, row.length360);
+        EXPECT_EQ(out.wMarginRight, row.right);
+    }
+}
+
 } // namespace

@@ -12,22 +12,46 @@ namespace
 {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-using Data = std::vector<int>;
+using Ints = std::vector<int>;
 
 constexpr COLORREF BLACK = RGB(0, 0, 0), WHITE = RGB(255, 255, 255), BLUE = RGB(0, 0, 255);
 
-// The bytes in which two records differ, as "offset: expected, found".
-std::vector<std::string> Differences(const DriverDevMode &expected, const DriverDevMode &found)
+std::string Told(const Ints &numbers)
 {
-    const auto *a = reinterpret_cast<const BYTE *>(&expected);
-    const auto *b = reinterpret_cast<const BYTE *>(&found);
-    std::vector<std::string> all;
-    for (size_t i = 0; i < sizeof expected; ++i)
-        if (a[i] != b[i])
-            all.push_back(std::to_string(i) + ": " + std::to_string(a[i]) + ", " +
-                          std::to_string(b[i]));
-    return all;
+    std::string told;
+    for (const int n : numbers)
+        told += (told.empty() ? "" : " ") + std::to_string(n);
+    return told;
+}
+// What choices of papers and sources set, in this order: the source's position and identifier, the
+// paper's index and identifier; width and length of the paper, those held, those in 1/360 inch.
+std::string ChoiceIn(const DriverDevMode &dm)
+{
+    return Told({dm.nBin, dm.dm.dmDefaultSource, dm.nPaper, dm.dm.dmPaperSize, dm.dm.dmPaperWidth,
+                 dm.dm.dmPaperLength, dm.lPaperWidth, dm.lPaperLength, dm.wPaperWidth360,
+                 dm.wPaperLength360});
+}
+// Printable area; left, top, right and bottom margins.
+std::string AreaIn(const DriverDevMode &dm)
+{
+    return Told({dm.nPrintArea, dm.wMarginLeft, dm.wMarginTop, dm.wMarginRight, dm.wMarginBottom});
+}
+std::string PapersListed()
+{
+    return Told(Seen(IDC_PAPER_SIZE).at("data").get<Ints>());
+}
+// Whether all else is the same, but for the unit and what follows from the source elsewhere.
+bool AreAlikeElsewhere(DriverDevMode a, const DriverDevMode &b)
+{
+    a.nBin = b.nBin;
+    a.nPaper = b.nPaper;
+    std::memcpy(&a.dm.dmPaperSize, &b.dm.dmPaperSize, 3 * sizeof a.dm.dmPaperSize);
+    a.dm.dmDefaultSource = b.dm.dmDefaultSource;
+    std::memcpy(&a.dwUnit, &b.dwUnit, 3 * sizeof a.dwUnit);
+    std::memcpy(&a.nPrintArea, &b.nPrintArea,
+                offsetof(DriverDevMode, lMaxPrintWidth) - offsetof(DriverDevMode, nPrintArea));
+    std::memcpy(a.adwMWData, b.adwMWData, sizeof a.adwMWData);
+    return std::memcmp(&a, &b, sizeof a) == 0;
 }
 
 // Papers: A4 in sources 0 and 1, Letter in 1, Legal in 2, user-defined in 0. Saved: one that is
@@ -53,6 +77,8 @@ class PaperPage : public SheetTest
         dm.nPrintArea = 1;
         dm.lPaperWidth = 1111;
         dm.lPaperLength = 2222;
+        dm.wPaperWidth360 = 7;
+        dm.wPaperLength360 = 8;
         dm.lMaxPrintWidth = 2880;
         fresh = dm;
     }
@@ -82,37 +108,8 @@ class PaperPage : public SheetTest
         EXPECT_GT(Enter(std::move(steps)), 0);
         person.ExpectDone();
     }
-    // How a step on the page changes the record.
-    void ExpectChange(const Person::Step &step, const std::function<void(DriverDevMode &)> &change)
-    {
-        DriverDevMode expected;
-        Visit({[&] { expected = dm; }, step,
-               [&] {
-                   change(expected);
-                   EXPECT_THAT(Differences(expected, dm), IsEmpty());
-               }});
-    }
-
     DriverDevMode fresh{};
 };
-
-void SetPaper(DriverDevMode &dm, int nPaper, int16_t id, int16_t width, int16_t length)
-{
-    dm.nPaper = nPaper;
-    dm.dm.dmPaperSize = id;
-    dm.dm.dmPaperWidth = width;
-    dm.dm.dmPaperLength = length;
-}
-void SetHeld(DriverDevMode &dm)
-{
-    dm.lPaperWidth = dm.dm.dmPaperWidth;
-    dm.lPaperLength = dm.dm.dmPaperLength;
-}
-void Set360(DriverDevMode &dm, WORD width, WORD length)
-{
-    dm.wPaperWidth360 = width;
-    dm.wPaperLength360 = length;
-}
 
 // ---- lists ------------------------------------------------------------------------------------
 
@@ -123,18 +120,18 @@ TEST_F(PaperPage, ListsWhatTheSourceFeedsAndFindsItsPaper)
         int nPaper;
         int16_t id, source;
         bool bSaved;
-        Data data;
+        const char *data;
         int nSelected, nPaperThen;
         int16_t idThen;
     } aRows[] = {
-        {"papers, then saved sizes", 0, 9, 7, true, {0, 3, 4, 5}, 0, 0, 9},
-        {"an identifier tells the index", 1, 256, 7, true, {0, 3, 4, 5}, 1, 3, 256},
-        {"and that of a saved size", 0, 769, 7, true, {0, 3, 4, 5}, 3, 5, 769},
-        {"a saved size that is called like a paper", 4, 768, 15, true, {2, 4}, 1, 4, 768},
-        {"the last source of an identifier counts", 0, 9, 4, true, {}, -1, 0, 9},
-        {"a source that the model lacks is the first", 0, 9, 99, true, {0, 3, 4, 5}, 0, 0, 9},
-        {"a saved size that is gone", 5, 769, 7, false, {0, 3}, 1, 3, 256},
-        {"the same, where the user-defined is not fed", 5, 769, 15, false, {2}, -1, 3, 256},
+        {"papers, then saved sizes", 0, 9, 7, true, "0 3 4 5", 0, 0, 9},
+        {"an identifier tells the index", 1, 256, 7, true, "0 3 4 5", 1, 3, 256},
+        {"and that of a saved size", 0, 769, 7, true, "0 3 4 5", 3, 5, 769},
+        {"a saved size that is called like a paper", 4, 768, 15, true, "2 4", 1, 4, 768},
+        {"the last source of an identifier counts", 0, 9, 4, true, "", -1, 0, 9},
+        {"a source that the model lacks is the first", 0, 9, 99, true, "0 3 4 5", 0, 0, 9},
+        {"a saved size that is gone", 5, 769, 7, false, "0 3", 1, 3, 256},
+        {"the same, where the user-defined is not fed", 5, 769, 15, false, "2", -1, 3, 256},
     };
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.why);
@@ -142,7 +139,7 @@ TEST_F(PaperPage, ListsWhatTheSourceFeedsAndFindsItsPaper)
         model.bUcf = row.bSaved;
         Visit({[&] {
             const auto list = Seen(IDC_PAPER_SIZE);
-            EXPECT_EQ(list.at("data").get<Data>(), row.data);
+            EXPECT_EQ(PapersListed(), row.data);
             EXPECT_EQ(list.at("selection"), row.nSelected);
             EXPECT_EQ(dm.nPaper, row.nPaperThen);
             EXPECT_EQ(dm.dm.dmPaperSize, row.idThen);
@@ -152,84 +149,60 @@ TEST_F(PaperPage, ListsWhatTheSourceFeedsAndFindsItsPaper)
 
 TEST_F(PaperPage, ASingleSourceIsNotAskedFor)
 {
-    for (const bool bSingle : {false, true}) {
-        if (bSingle)
-            model.bins.resize(1);
-        Visit({[&] {
-            EXPECT_EQ(Seen(IDC_PAPER_SOURCE).at("visible"), !bSingle);
-            EXPECT_EQ(Seen(IDC_PAPER_SOURCE_LABEL).at("visible"), !bSingle);
-            if (bSingle)
-                return;
-            EXPECT_THAT(SeenItems(IDC_PAPER_SOURCE), ElementsAre("Cassette", "Rear", "Roll", ""));
-            EXPECT_EQ(Seen(IDC_PAPER_SOURCE).at("data").get<Data>(), Data({0, 1, 2, 3}));
-            EXPECT_EQ(SeenText(IDC_PAPER_SOURCE_LABEL), "S&ource");
-        }});
+    Visit({[] {
+        EXPECT_THAT(SeenItems(IDC_PAPER_SOURCE), ElementsAre("Cassette", "Rear", "Roll", ""));
+        EXPECT_EQ(Seen(IDC_PAPER_SOURCE).at("data").get<Ints>(), Ints({0, 1, 2, 3}));
+        EXPECT_EQ(SeenText(IDC_PAPER_SOURCE_LABEL), "S&ource");
+    }});
+    model.bins.resize(1);
+    Visit({[] {
+        for (const int id : {IDC_PAPER_SOURCE, IDC_PAPER_SOURCE_LABEL})
+            EXPECT_EQ(Seen(id).at("visible"), false);
+    }});
+}
+
+TEST_F(PaperPage, AChoiceOfPaperOrSourceMakesItsRecord)
+{
+    const struct {
+        const char *why, *step;
+        int nPaper;
+        int16_t id;
+        const char *choice;
+        unsigned dwUnit;
+        const char *data;
+        int nSelected;
+    } aRows[] = {
+        {"a paper of the model", "choose 5040 \"A4\"", 5, 769,
+         "0 7 0 9 2100 2970 2100 2970 2976 4209", 0, "0 3 4 5", 0},
+        {"a saved size in inches, 1/360 inch stays", "choose 5040 \"Legal\"", 0, 9,
+         "0 7 4 768 2159 1397 2159 1397 7 8", 2, "0 3 4 5", 2},
+        {"and in millimetres", "choose 5040 \"Card\"", 0, 9, "0 7 5 769 1000 1500 1000 1500 7 8", 1,
+         "0 3 4 5", 3},
+        {"no dialog for sizes: the held one", "choose 5040 \"User Defined\"", 0, 9,
+         "0 7 3 256 1111 2222 1111 2222 1575 3149", 0, "0 3 4 5", 1},
+        {"the paper is fed there too", "choose 5041 \"Rear\"", 0, 9,
+         "1 4 0 9 2100 2970 1111 2222 7 8", 0, "0 1", 0},
+        {"the first paper, the held size stays", "choose 5041 \"Roll\"", 0, 9,
+         "2 15 2 5 2159 3556 1111 2222 3060 5040", 0, "2 4", 0},
+        {"a saved size, found by its name, a paper's", "choose 5041 \"Roll\"", 4, 768,
+         "2 15 4 768 2100 2970 1111 2222 7 8", 0, "2 4", 0},
+        {"nothing is fed", "choose 5041 #3", 0, 9, "3 4 0 9 2100 2970 1111 2222 7 8", 0, "", -1},
+    };
+    for (const auto &row : aRows) {
+        SCOPED_TRACE(row.why);
+        StandOn(row.nPaper, row.id);
+        DriverDevMode before;
+        Visit({[&] { before = dm; }, row.step,
+               [&] {
+                   EXPECT_EQ(ChoiceIn(dm), row.choice);
+                   EXPECT_EQ(dm.dwUnit, row.dwUnit);
+                   EXPECT_TRUE(AreAlikeElsewhere(dm, before));
+                   EXPECT_EQ(PapersListed(), row.data);
+                   EXPECT_EQ(Seen(IDC_PAPER_SIZE).at("selection"), row.nSelected);
+                   // The size becomes the user-defined paper's own.
+                   EXPECT_EQ(UIInstance.dat.lpPapers[3].wWidth, row.nSelected == 1 ? 1575 : 2976);
+               }});
     }
-}
-
-TEST_F(PaperPage, AChoiceOfPaperSetsItsSizes)
-{
-    ExpectChange("choose 5040 \"A4\"", [](DriverDevMode &to) {
-        SetPaper(to, 0, 9, 2100, 2970);
-        Set360(to, 2976, 4209);
-        SetHeld(to);
-    });
-    StandOn(5, 769);
-    ExpectChange("choose 5040 \"Legal\"", [](DriverDevMode &to) {
-        SetPaper(to, 4, 768, 2159, 1397);
-        to.dwUnit = 2;
-        SetHeld(to);
-    });
-    ExpectChange("choose 5040 \"Card\"", [](DriverDevMode &to) {
-        SetPaper(to, 5, 769, 1000, 1500);
-        to.dwUnit = 1;
-        SetHeld(to);
-    });
-}
-
-// The library of these tests has no such dialog, which is as good as Cancel.
-TEST_F(PaperPage, TheUserDefinedPaperWithoutItsDialogHasTheHeldSize)
-{
-    ExpectChange("choose 5040 \"User Defined\"", [](DriverDevMode &to) {
-        SetPaper(to, 3, 256, 1111, 2222);
-        Set360(to, 1575, 3149);
-        EXPECT_EQ(UIInstance.dat.lpPapers[3].wWidth, 1575);
-        EXPECT_EQ(UIInstance.dat.lpPapers[3].wLength, 3149);
-        EXPECT_EQ(SeenText(IDC_PAPER_SIZE), "User Defined");
-    });
-}
-
-TEST_F(PaperPage, ANewSourceKeepsThePaperOrTakesItsFirst)
-{
-    const auto source = [](DriverDevMode &to, int nBin, int16_t id) {
-        to.nBin = nBin;
-        to.dm.dmDefaultSource = id;
-    };
-    const auto shows = [](const Data &data, int nSelected) {
-        EXPECT_EQ(Seen(IDC_PAPER_SIZE).at("data").get<Data>(), data);
-        EXPECT_EQ(Seen(IDC_PAPER_SIZE).at("selection"), nSelected);
-    };
-    ExpectChange("choose 5041 \"Rear\"", [&](DriverDevMode &to) {
-        source(to, 1, 4);
-        shows({0, 1}, 0);
-    });
-    dm = fresh;
-    ExpectChange("choose 5041 \"Roll\"", [&](DriverDevMode &to) {
-        source(to, 2, 15);
-        SetPaper(to, 2, 5, 2159, 3556);
-        Set360(to, 3060, 5040); // the held size stays
-        shows({2, 4}, 0);
-    });
-    dm = fresh;
-    ExpectChange("choose 5041 #3", [&](DriverDevMode &to) {
-        source(to, 3, 4);
-        shows({}, -1);
-    });
-    StandOn(4, 768);
-    ExpectChange("choose 5041 \"Roll\"", [&](DriverDevMode &to) {
-        source(to, 2, 15);
-        shows({2, 4}, 0); // by its name, which is a paper's too
-    });
 }
 
 // ---- copies, orientation, printable area --------------------------------------------------------
@@ -361,25 +334,22 @@ TEST_F(PaperPage, ApplySetsTheMargins)
         int nPaper;
         int16_t id, width;
         int32_t lMax;
-        int nArea;
-        WORD left, top, right, bottom;
+        const char *area;
     } aRows[] = {
-        {"those of the paper", 0, 9, 2100, 2892, 1, 42, 60, 42, 198},
-        {"the right one grows by what is too wide", 0, 9, 2100, 2800, 1, 42, 60, 134, 198},
-        {"before it is centred", 0, 9, 2100, 2800, 2, 134, 198, 134, 198},
-        {"a saved size has the user-defined paper's", 5, 769, 1000, 2800, 1, 42, 60, 90, 198},
-        {"a paper that nobody knows too", 0, 99, 1000, 2800, 2, 90, 198, 90, 198},
+        {"those of the paper", 0, 9, 2100, 2892, "1 42 60 42 198"},
+        {"the right one grows by what is too wide", 0, 9, 2100, 2800, "1 42 60 134 198"},
+        {"before it is centred", 0, 9, 2100, 2800, "2 134 198 134 198"},
+        {"a saved size has the user-defined paper's", 5, 769, 1000, 2800, "1 42 60 90 198"},
+        {"a paper that nobody knows too", 0, 99, 1000, 2800, "2 90 198 90 198"},
     };
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.why);
         StandOn(row.nPaper, row.id);
         dm.dm.dmPaperWidth = row.width;
         dm.lMaxPrintWidth = row.lMax;
-        dm.nPrintArea = row.nArea;
+        dm.nPrintArea = row.area[0] - '0';
         Visit({}, "ok");
-        EXPECT_THAT(
-            (std::vector<int>{dm.wMarginLeft, dm.wMarginTop, dm.wMarginRight, dm.wMarginBottom}),
-            ElementsAre(row.left, row.top, row.right, row.bottom));
+        EXPECT_EQ(AreaIn(dm), row.area);
     }
     model.papers.pop_back();
     StandOn(0, 99);
@@ -394,167 +364,108 @@ TEST_F(PaperPage, SaysWhichFileCannotServe)
 {
     const std::string dat = std::string(WINDOWS_DIR) + "KVA.dat";
     const std::string cfg = std::string(WINDOWS_DIR) + "KVA.cfg";
-    const auto broken = [this](const std::string &file, Bytes (Model::*make)() const, size_t at) {
-        Bytes bytes = (model.*make)();
-        if (at)
-            bytes[at] ^= 0xFF;
-        else
-            bytes.pop_back();
-        kvp::PutMemoryFile(file, bytes);
+    const std::string ucf = std::string(SYSTEM_DIR) + "KVA.ucf";
+    const auto other = [](Bytes bytes, size_t nVersionAt) {
+        bytes[nVersionAt] = 2;
+        return bytes;
+    };
+    const auto half = [](Bytes bytes) {
+        bytes.pop_back();
+        return bytes;
     };
     const std::string caption = "Dlg DLL Message: ";
+    const std::string otherDat = caption + "Version Error of dat file. Please Install again.";
+    const std::string otherCfg = caption + "Version Error of cfg file. Please Install again.";
     const struct {
-        const char *why;
-        std::function<void()> change;
-        std::string says;
+        std::string file;
+        std::optional<Bytes> bytes;
+        std::vector<std::string> says;
         size_t nItems;
     } aRows[] = {
-        {"no .dat", [&] { kvp::PutAbsentFile(dat); }, "Open data file error!", 4},
-        {"another .dat", [&] { broken(dat, &Model::Dat, 3); },
-         "Version Error of dat file. Please Install again.", 0},
-        {"half a .dat", [&] { broken(dat, &Model::Dat, 0); },
-         "Version Error of dat file. Please Install again.", 0},
-        {"no .cfg", [&] { kvp::PutAbsentFile(cfg); }, "", 4},
-        {"another .cfg", [&] { broken(cfg, &Model::Cfg, 1); },
-         "Version Error of cfg file. Please Install again.", 0},
-        {"half a .cfg", [&] { broken(cfg, &Model::Cfg, 0); },
-         "Version Error of cfg file. Please Install again.", 0},
-        {"another .ucf", [&] { broken(std::string(SYSTEM_DIR) + "KVA.ucf", &Model::Ucf, 1); },
-         "Version Error of ucf file", 2},
+        {dat, {}, {caption + "Open data file error!"}, 4},
+        {dat, other(model.Dat(), 3), {otherDat}, 0},
+        {dat, half(model.Dat()), {otherDat}, 0},
+        {cfg, {}, {}, 4},
+        {cfg, other(model.Cfg(), 1), {otherCfg}, 0},
+        {cfg, half(model.Cfg()), {otherCfg}, 0},
+        {ucf, other(model.Ucf(), 1), {caption + "Version Error of ucf file"}, 2},
     };
     for (const auto &row : aRows) {
-        SCOPED_TRACE(row.why);
+        SCOPED_TRACE(row.file + (row.bytes ? "" : " is missing"));
         dm = fresh;
         InstallFiles();
-        // Another page has read all of them before.
-        const auto change = [&] {
+        const auto change = [&] { // after another page has read all of them
             ReadDatTables(dat.c_str(), &UIInstance.dat);
             ReadCfgTables(cfg.c_str(), &UIInstance.dat);
+            ReadUserTables(ucf.c_str(), &UIInstance.dat);
             BoxesShown();
-            row.change();
+            row.bytes ? kvp::PutMemoryFile(row.file, *row.bytes) : kvp::PutAbsentFile(row.file);
         };
         const auto look = [&] {
-            EXPECT_EQ(BoxesShown(), row.says.empty() ? std::vector<std::string>{}
-                                                     : std::vector{caption + row.says});
+            EXPECT_EQ(BoxesShown(), row.says);
             EXPECT_EQ(SeenItems(IDC_PAPER_SIZE).size(), row.nItems);
             EXPECT_EQ(SeenText(IDC_PAPER_COPIES), row.nItems ? "7" : "");
         };
         EXPECT_EQ(Enter({change, "page \"Paper\"", look, "ok"}), 1);
-        person.ExpectDone();
         EXPECT_EQ(dm.dm.dmCopies, 7);
     }
-    for (const UserPaperRecord &slot : UIInstance.dat.lpUserPapers) {
-        EXPECT_EQ(slot.paper.wId, 256);
-        EXPECT_EQ(slot.wMark, 0);
-        EXPECT_EQ(slot.wState, STATE_FREE);
-    }
+    person.ExpectDone();
+    EXPECT_EQ(UIInstance.dat.lpUserPapers[1].wMark, 0) << "a slot of the last file but one";
+    EXPECT_STREQ(UIInstance.dat.lpUserPapers[1].szName, "");
 }
 
 // ---- the samples --------------------------------------------------------------------------------
 
 using PaperPageOfSamples = SampleTest;
 
+// Cancel in the dialog of sizes is a choice of the user-defined paper with the size that it had; a
+// saved size lies behind the user-defined paper and leaves the size in 1/360 inch.
 TEST_F(PaperPageOfSamples, EachSourceAndKindOfPaperMakesItsRecord)
 {
+    const std::vector<Person::Step> none, cancelled{"type 5227 \"1000\"", "cancel"},
+        typed{"type 5227 \"1000\"", "type 5054 \"1500\"", "ok"},
+        saved{"type 5227 \"2000\"", "type 5256 \"Poster\"", "click 5257", "ok"};
     const struct {
         const char *source, *paper;
-        int nBin;
-        int16_t idSource;
-        int nPaper;
-        int16_t id, width, length;
-        WORD width360, length360, left, top, right, bottom;
-        int nArea, nPicture;
+        const std::vector<Person::Step> &dialog;
+        const char *choice, *area;
+        int nPicture;
     } aRows[] = {
-        {"Paper Cassette", "A3 297 x 420 mm", 0, 14, 1, 8, 2970, 4200, 4209, 5953, 42, 42, 42, 198,
-         1, 4000},
-        {"Manual Feed", "Envelope DL 110 x 220 mm", 1, 4, 12, 27, 1100, 2200, 1559, 3118, 60, 120,
-         60, 120, 2, 4610},
-        {"Roll Paper", "Banner 329 x 1117 mm", 2, 8, 20, 304, 3290, 11170, 4663, 15831, 42, 0, 121,
-         0, 1, 5700},
-        {"Envelope Feeder", "Envelope Monarch 3 7/8 x 7 1/2 in", 3, 5, 15, 37, 984, 1905, 1395,
-         2700, 60, 120, 60, 120, 2, 4810},
-        {"Rear Tray", "Postcard 100 x 148 mm", 4, 10, 16, 43, 1000, 1480, 1417, 2098, 42, 42, 42,
-         198, 1, 5400},
+        {"Paper Cassette", "A3 297 x 420 mm", none, "0 14 1 8 2970 4200 2970 4200 4209 5953",
+         "1 42 42 42 198", 4000},
+        {"Manual Feed", "Envelope DL 110 x 220 mm", none, "1 4 12 27 1100 2200 1100 2200 1559 3118",
+         "2 60 120 60 120", 4610},
+        {"Roll Paper", "Banner 329 x 1117 mm", none, "2 8 20 304 3290 11170 3290 11170 4663 15831",
+         "1 42 0 121 0", 5700},
+        {"Envelope Feeder", "Envelope Monarch 3 7/8 x 7 1/2 in", none,
+         "3 5 15 37 984 1905 984 1905 1395 2700", "2 60 120 60 120", 4810},
+        {"Rear Tray", "Postcard 100 x 148 mm", none, "4 10 16 43 1000 1480 1000 1480 1417 2098",
+         "1 42 42 42 198", 5400},
+        {"Rear Tray", "User Defined", cancelled, "4 10 21 256 2100 2970 2100 2970 2976 4209",
+         "1 42 42 60 198", 4400},
+        {"Rear Tray", "User Defined", typed, "4 10 21 256 1000 1500 1000 1500 1417 2126",
+         "1 42 42 60 198", 4400},
+        {"Rear Tray", "User Defined", saved, "4 10 22 768 2000 2970 2000 2970 2976 4209",
+         "1 42 42 60 198", 4400},
     };
     Start();
     ASSERT_EQ(Show({"page \"Paper\"", "ok"}), 1);
     const DriverDevMode plain = out;
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.paper);
-        const auto look = [&] { EXPECT_EQ(Seen(IDC_PAPER_PREVIEW).at("picture"), row.nPicture); };
-        EXPECT_EQ(Show({"page \"Paper\"", std::string("choose 5041 \"") + row.source + "\"",
-                        std::string("choose 5040 \"") + row.paper + "\"", look, "ok"}),
-                  1);
-        DriverDevMode expected = plain;
-        expected.nBin = row.nBin;
-        expected.dm.dmDefaultSource = row.idSource;
-        SetPaper(expected, row.nPaper, row.id, row.width, row.length);
-        SetHeld(expected);
-        Set360(expected, row.width360, row.length360);
-        expected.wMarginLeft = row.left;
-        expected.wMarginTop = row.top;
-        expected.wMarginRight = row.right;
-        expected.wMarginBottom = row.bottom;
-        expected.nPrintArea = row.nArea;
-        // Follow from the source, behind the page's back.
-        std::memcpy(expected.adwMWData, out.adwMWData, sizeof out.adwMWData);
-        EXPECT_THAT(Differences(expected, out), IsEmpty());
-    }
-}
-
-// Width and length as the dialog leaves them. Cancel keeps what was held, and a saved size lies
-// behind the user-defined paper.
-TEST_F(PaperPageOfSamples, TheSizeDialogEndsWithASizeOrASavedOne)
-{
-    Start();
-    const auto previewIs = [](int nPicture) {
-        return [nPicture] {
-            EXPECT_EQ(Seen(IDC_PAPER_PREVIEW).at("picture"), nPicture);
+        std::vector<Person::Step> steps = {"page \"Paper\"",
+                                           std::string("choose 5041 \"") + row.source + "\"",
+                                           std::string("choose 5040 \"") + row.paper + "\""};
+        steps.insert(steps.end(), row.dialog.begin(), row.dialog.end());
+        const auto look = [&] {
+            EXPECT_EQ(Seen(IDC_PAPER_PREVIEW).at("picture"), row.nPicture);
             EXPECT_EQ(PixelOf(IDC_PAPER_PREVIEW, 1, 1), WHITE);
         };
-    };
-    const struct {
-        const char *why;
-        std::vector<Person::Step> steps;
-        int nPaper;
-        int16_t id, width, length;
-        WORD width360, length360, right;
-    } aRows[] = {
-        {"cancelled", {"type 5227 \"1000\"", "cancel"}, 21, 256, 2100, 2970, 2976, 4209, 60},
-        {"confirmed",
-         {"type 5227 \"1000\"", "type 5054 \"1500\"", "ok"},
-         21,
-         256,
-         1000,
-         1500,
-         1417,
-         2126,
-         60},
-        {"saved and chosen",
-         {"type 5227 \"2000\"", "type 5054 \"2500\"", "type 5256 \"Poster\"", "click 5257", "ok"},
-         22,
-         768,
-         2000,
-         2500,
-         2976,
-         4209,
-         60},
-    };
-    for (const auto &row : aRows) {
-        SCOPED_TRACE(row.why);
-        std::vector<Person::Step> steps = {"page \"Paper\"", "choose 5040 \"User Defined\""};
-        steps.insert(steps.end(), row.steps.begin(), row.steps.end());
-        steps.insert(steps.end(), {previewIs(4000), "ok"});
+        steps.insert(steps.end(), {look, "ok"});
         EXPECT_EQ(Show(steps), 1);
-        EXPECT_EQ(out.nPaper, row.nPaper);
-        EXPECT_EQ(out.dm.dmPaperSize, row.id);
-        EXPECT_EQ(out.dm.dmPaperWidth, row.width);
-        EXPECT_EQ(out.dm.dmPaperLength, row.length);
-        EXPECT_EQ(out.lPaperWidth, row.width);
-        EXPECT_EQ(out.lPaperLength, row.length);
-        EXPECT_EQ(out.wPaperWidth360, row.width360);
-        EXPECT_EQ(out.wPaperLength360, row.length360);
-        EXPECT_EQ(out.wMarginRight, row.right);
+        EXPECT_EQ(ChoiceIn(out), row.choice);
+        EXPECT_EQ(AreaIn(out), row.area);
+        EXPECT_TRUE(AreAlikeElsewhere(plain, out));
     }
 }
 

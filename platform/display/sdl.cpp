@@ -145,6 +145,16 @@ static void OnButton(const SDL_MouseButtonEvent &button, bool down, Input &input
         input.kind = Input::RightClick;
 }
 
+// Where the mouse is, does not come with the turn.
+static void OnWheel(const SDL_MouseWheelEvent &wheel, Input &input)
+{
+    int x = 0, y = 0;
+    SDL_GetMouseState(&x, &y);
+    input.kind = Input::Wheel;
+    input.at = {x / scale, y / scale};
+    input.notches = wheel.direction == SDL_MOUSEWHEEL_FLIPPED ? -wheel.y : wheel.y;
+}
+
 // A button held down on an arrow goes on stepping, after a pause.
 static constexpr int FIRST_PAUSE = 400, NEXT_PAUSE = 80; // milliseconds
 static int pause = FIRST_PAUSE;
@@ -181,6 +191,7 @@ static bool WaitForInput(Input &input)
         pause = FIRST_PAUSE;
         OnButton(event.button, false, input);
         break;
+    case SDL_MOUSEWHEEL: OnWheel(event.wheel, input); break;
     case SDL_MOUSEMOTION:
         input.kind = Input::MouseMove;
         input.at = {event.motion.x / scale, event.motion.y / scale};

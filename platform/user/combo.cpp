@@ -89,6 +89,8 @@ void ComboBox::Close()
         return;
     dropped = false;
     list->visible = false;
+    if (CaptureWindow() == list.get())
+        Capture(nullptr); // a press in it has come to nothing
     OpenPopup(nullptr);
     Invalidate();
     Notify(CBN_CLOSEUP);

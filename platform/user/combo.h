@@ -3,6 +3,7 @@
 #define KV_PLATFORM_USER_COMBO_H
 
 #include "platform/user/items.h"
+#include "platform/user/scroll.h"
 
 namespace kvp
 {
@@ -10,7 +11,7 @@ namespace kvp
 class ComboBox;
 
 // The open list. It belongs to the field and is only shown and hidden.
-class DropList final : public Window, public Popup
+class DropList final : public ScrolledList, public Popup
 {
   public:
     explicit DropList(ComboBox &field);
@@ -22,15 +23,11 @@ class DropList final : public Window, public Popup
     bool Dismiss(Window *clicked) override;
     Window &PopupWindow() override { return *this; }
 
-    int ItemAt(POINT at) const; // -1: none
-    RECT ItemRect(int index) const;
-    void ScrollTo(int index); // so that the item can be seen
-    void Place();             // below the field, or above where there is no room
-
-    int first = 0; // the uppermost item
+    void Place(); // below the field, or above where there is no room
 
   private:
-    int ItemsShown() const;
+    int Count() const override;
+    int ItemHeight() const override;
     ComboBox &combo;
 };
 

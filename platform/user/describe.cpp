@@ -35,6 +35,12 @@ void NoteWindow(Window &window, const char *what)
     NoteEvent(line);
 }
 
+void NoteReturn(Window &top)
+{
+    Dialog *shown = ShownDialog(top);
+    NoteWindow(shown ? *shown : top, "activated");
+}
+
 static void AddItems(Json &json, const Items &items, int selection)
 {
     json["items"] = Json::array();

@@ -86,7 +86,8 @@ static void OnMouseDown(POINT at)
     Window *top = TopAt(at);
     Popup *popup = CurrentPopup();
     if (popup && top == &popup->PopupWindow()) {
-        popup->PopupWindow().MouseDown(InClient(popup->PopupWindow(), at));
+        Capture(top); // its thumb may be dragged beyond its edge
+        top->MouseDown(InClient(*top, at));
         return;
     }
     Window *hit = WindowAt(at);
@@ -142,6 +143,17 @@ static void OnRightClick(POINT at)
                         MAKELONG(static_cast<WORD>(at.x), static_cast<WORD>(at.y)));
 }
 
+// While a list is open, the wheel is for that alone.
+static void OnWheel(POINT at, int notches)
+{
+    Window *top = TopAt(at);
+    Popup *popup = CurrentPopup();
+    if (popup && top == &popup->PopupWindow())
+        top->MouseWheel(notches);
+    else if (!popup && top && top->enabled)
+        WindowAt(at)->MouseWheel(notches);
+}
+
 static void OnKey(const Key &key)
 {
     Window *window = FocusWindow();
@@ -174,6 +186,7 @@ void Dispatch(const Input &input)
     case Input::MouseUp: OnMouseUp(input.at); break;
     case Input::MouseMove: OnMouseMove(input.at); break;
     case Input::RightClick: OnRightClick(input.at); break;
+    case Input::Wheel: OnWheel(input.at, input.notches); break;
     case Input::Held: OnHeld(); break;
     case Input::Quit: CloseAll(); break;
     }

@@ -2,20 +2,24 @@
 #include <algorithm>
 
 #include "platform/display/display.h"
-#include "platform/win32.h"
 #include "platform/user/combo.h"
-#include "platform/user/scroll.h"
+#include "platform/win32.h"
 
 namespace kvp
 {
 
-DropList::DropList(ComboBox &field) : Window(nullptr, 0, 0, {0, 0, 1, 1}), combo(field)
+DropList::DropList(ComboBox &field) : ScrolledList(nullptr, 0, 0, {0, 0, 1, 1}), combo(field)
 {
 }
 
-int DropList::ItemsShown() const
+int DropList::Count() const
 {
-    return std::max(1, (Height(rc) - 2) / combo.itemHeight);
+    return combo.items.Count();
+}
+
+int DropList::ItemHeight() const
+{
+    return combo.itemHeight;
 }
 
 void DropList::Place()
@@ -26,57 +30,32 @@ void DropList::Place()
     const int below = field.bottom - 1, above = field.top + 1 - height;
     const int top = below + height > SCREEN_HEIGHT && above >= 0 ? above : below;
     Move({field.left, top, field.right, top + height});
-    first = std::clamp(first, 0, std::max(0, combo.items.Count() - ItemsShown()));
+    LetGo();
+    KeepFilled();
     ScrollTo(combo.highlighted);
 }
 
-void DropList::ScrollTo(int index)
-{
-    if (index < 0)
-        return;
-    first = std::clamp(first, index - ItemsShown() + 1, index);
-    first = std::max(first, 0);
-}
-
-RECT DropList::ItemRect(int index) const
-{
-    const int top = 1 + (index - first) * combo.itemHeight;
-    const int right = Width(rc) - 1 - (ItemsShown() < combo.items.Count() ? SCROLL_WIDTH : 0);
-    return {1, top, right, top + combo.itemHeight};
-}
-
-int DropList::ItemAt(POINT at) const
-{
-    const int last = std::min(first + ItemsShown(), combo.items.Count());
-    for (int i = first; i < last; ++i)
-        if (Contains(ItemRect(i), at))
-            return i;
-    return -1;
-}
-
-// Beside the items lies the scroll bar.
 void DropList::MouseDown(POINT at)
 {
-    if (ItemAt(at) >= 0 || ItemsShown() >= combo.items.Count())
-        return;
-    const int most = combo.items.Count() - ItemsShown();
-    first = std::clamp(first + ScrollStep({SCROLL_WIDTH, Height(rc)}, at.y, ItemsShown(), first,
-                                          combo.items.Count()),
-                       0, most);
-    Invalidate();
+    BarPressed(at);
 }
 
 void DropList::MouseMove(POINT at)
 {
     const int index = ItemAt(at);
-    if (index >= 0)
+    if (IsDragging())
+        ScrolledList::MouseMove(at);
+    else if (index >= 0)
         combo.Highlight(index);
 }
 
+// Where the thumb is let go does not matter.
 void DropList::MouseUp(POINT at)
 {
     const int index = ItemAt(at);
-    if (index >= 0)
+    if (IsDragging())
+        LetGo();
+    else if (index >= 0)
         combo.Choose(index);
 }
 
@@ -93,13 +72,10 @@ void DropList::Paint(HDC hdc)
     SetBkColor(hdc, back);
     Fill(hdc, Client(), back);
     Outline(hdc, Client(), DARK);
-    const int shown = ItemsShown(), count = combo.items.Count();
-    for (int i = first; i < std::min(first + shown, combo.items.Count()); ++i)
+    for (int i = Uppermost(); i < ItemsEnd(); ++i)
         DrawListItem(combo, combo.items, hdc, ODT_COMBOBOX, combo.IsOwnerDrawn(),
                      {i, ODA_DRAWENTIRE, i == combo.highlighted ? ODS_SELECTED : 0, ItemRect(i)});
-    if (shown < count)
-        PaintScrollBar(hdc, {Width(rc) - SCROLL_WIDTH - 1, 1, Width(rc) - 1, Height(rc) - 1}, first,
-                       shown, count);
+    PaintBar(hdc);
 }
 
 } // namespace kvp

@@ -77,8 +77,10 @@ void CloseHelpIfAsked()
     const auto top = std::find_if(tops.rbegin(), tops.rend(), [](const Window *other) {
         return other->visible && other->enabled && other->framed;
     });
-    if (top != tops.rend())
-        Activate(*top);
+    if (top == tops.rend())
+        return;
+    Activate(*top);
+    NoteReturn(**top);
 }
 
 // Beside the window that asked, as far as the screen goes.

@@ -43,12 +43,14 @@ struct Input {
         MouseUp,
         MouseMove,
         RightClick,
+        Wheel,
         Held, // the mouse button, for a while
         Quit
     } kind = Nothing;
     POINT at{}; // on the screen
     Key key{};
     char32_t character = 0;
+    int notches = 0; // of the wheel, away from the person
 };
 
 // Carries out one input (dispatch.cpp).

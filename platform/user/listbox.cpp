@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "platform/win32.h"
-#include "platform/user/scroll.h"
 
 namespace kvp
 {
@@ -24,7 +23,7 @@ static constexpr ListMessages aNumbers{.insert = LB_INSERTSTRING,
                                        .select = 0};
 
 ListBox::ListBox(Window *listParent, DWORD listStyle, int listId, const RECT &where)
-    : Window(listParent, listStyle, listId, where)
+    : ScrolledList(listParent, listStyle, listId, where)
 {
     if (IsOwnerDrawn())
         itemHeight = MeasuredHeight(*this, ODT_LISTBOX);
@@ -33,27 +32,6 @@ ListBox::ListBox(Window *listParent, DWORD listStyle, int listId, const RECT &wh
 bool ListBox::IsOwnerDrawn() const
 {
     return style & LISTBOX_OWNER_DRAWN;
-}
-
-int ListBox::ItemsShown() const
-{
-    return std::max(1, (Height(rc) - 2) / itemHeight);
-}
-
-RECT ListBox::ItemRect(int index) const
-{
-    const int top = 1 + (index - first) * itemHeight;
-    const int right = Width(rc) - 1 - (ItemsShown() < items.Count() ? SCROLL_WIDTH : 0);
-    return {1, top, right, top + itemHeight};
-}
-
-void ListBox::ScrollTo(int index)
-{
-    const int before = first;
-    if (items.Has(index))
-        first = std::max(0, std::clamp(first, index - ItemsShown() + 1, index));
-    if (first != before)
-        Invalidate();
 }
 
 LRESULT ListBox::Message(UINT msg, WPARAM wParam, LPARAM lParam)
@@ -70,7 +48,7 @@ LRESULT ListBox::Message(UINT msg, WPARAM wParam, LPARAM lParam)
             DrawNow(selection, ODA_SELECT);
         }
     } else if (changed) {
-        first = std::clamp(first, 0, std::max(0, items.Count() - ItemsShown()));
+        KeepFilled();
         Invalidate();
     }
     return result;
@@ -87,18 +65,8 @@ void ListBox::SelectByHand(int index)
 
 void ListBox::MouseDown(POINT at)
 {
-    const int count = items.Count();
-    if (ItemsShown() < count && at.x >= Width(rc) - SCROLL_WIDTH) {
-        const int step = ScrollStep({SCROLL_WIDTH, Height(rc)}, at.y, ItemsShown(), first, count);
-        first = std::clamp(first + step, 0, count - ItemsShown());
-        Invalidate();
-        return;
-    }
-    for (int i = first; i < std::min(first + ItemsShown(), count); ++i)
-        if (Contains(ItemRect(i), at)) {
-            SelectByHand(i);
-            return;
-        }
+    if (!BarPressed(at))
+        SelectByHand(ItemAt(at));
 }
 
 bool ListBox::KeyDown(const Key &key)
@@ -148,7 +116,7 @@ void ListBox::DrawItem(HDC hdc, int index, UINT action)
 
 void ListBox::DrawNow(int index, UINT action)
 {
-    if (index < first || index >= std::min(first + ItemsShown(), items.Count()))
+    if (index < Uppermost() || index >= ItemsEnd())
         return;
     HDC hdc = WindowDc(*this, Shrunk(Client(), 1));
     SetBkColor(hdc, AskColors(*this, hdc, WM_CTLCOLORLISTBOX));
@@ -162,12 +130,9 @@ void ListBox::Paint(HDC hdc)
     SetBkColor(hdc, back);
     Fill(hdc, Client(), back);
     Outline(hdc, Client(), DARK);
-    const int shown = ItemsShown();
-    for (int i = first; i < std::min(first + shown, items.Count()); ++i)
+    for (int i = Uppermost(); i < ItemsEnd(); ++i)
         DrawItem(hdc, i, ODA_DRAWENTIRE);
-    if (shown < items.Count())
-        PaintScrollBar(hdc, {Width(rc) - SCROLL_WIDTH - 1, 1, Width(rc) - 1, Height(rc) - 1}, first,
-                       shown, items.Count());
+    PaintBar(hdc);
 }
 
 } // namespace kvp

@@ -3,11 +3,12 @@
 #define KV_PLATFORM_USER_LISTBOX_H
 
 #include "platform/user/items.h"
+#include "platform/user/scroll.h"
 
 namespace kvp
 {
 
-class ListBox final : public Window
+class ListBox final : public ScrolledList
 {
   public:
     ListBox(Window *listParent, DWORD listStyle, int listId, const RECT &where);
@@ -20,20 +21,18 @@ class ListBox final : public Window
     void FocusChanged(bool has) override;
     bool TakesFocus() const override { return true; }
 
-    RECT ItemRect(int index) const;
-    void ScrollTo(int index); // so that the item can be seen
-
     Items items;
     int selection = -1;
 
   private:
     bool IsOwnerDrawn() const;
-    int ItemsShown() const;
+    int Count() const override { return items.Count(); }
+    int ItemHeight() const override { return itemHeight; }
     void SelectByHand(int index);
     void DrawItem(HDC hdc, int index, UINT action);
     void DrawNow(int index, UINT action);
 
-    int itemHeight = LINE_HEIGHT, first = 0;
+    int itemHeight = LINE_HEIGHT;
 };
 
 } // namespace kvp

@@ -7,6 +7,7 @@
 #include "platform/host.h"
 #include "platform/user/help.h"
 #include "platform/user/script.h"
+#include "platform/user/transcript.h"
 #include "platform/user/window.h"
 
 namespace kvp
@@ -31,10 +32,12 @@ OwnerLock::~OwnerLock()
     }
     owner->enabled = ownerEnabled;
     owner->Invalidate();
-    if (owner->visible)
-        Activate(owner);
-    else
+    if (!owner->visible) {
         Forget(&modal);
+        return;
+    }
+    Activate(owner);
+    NoteReturn(*owner);
 }
 
 RECT PlaceOver(Window *owner, int width, int height)

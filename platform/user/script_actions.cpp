@@ -279,6 +279,15 @@ static void DoKey(const Words &words)
 // ---- bars
 // ----------------------------------------------------------------------------------------
 
+// Where pixels are too coarse for the thumb, the keys do the rest.
+static void SlideRestStep(const Words &words)
+{
+    const auto &bar = As<Trackbar>(FindUsable(words), "trackbar");
+    const int rest = NumberOf(words[2].text) - bar.position;
+    for (int i = 0; i < std::abs(rest); ++i)
+        QueueKey({.code = rest < 0 ? KeyCode::Left : KeyCode::Right});
+}
+
 static void DoSlide(const Words &words)
 {
     auto &bar = As<Trackbar>(FindUsable(words), "trackbar");
@@ -289,10 +298,46 @@ static void DoSlide(const Words &words)
     const POINT end = OnScreenOf(bar, bar.ThumbAt(to));
     QueueInput({.kind = Input::MouseMove, .at = end});
     QueueInput({.kind = Input::MouseUp, .at = end});
+    QueueStep(SlideRestStep, words);
+}
+
+// A list box, or the open list of a drop-down list; null: it is neither.
+static ScrolledList *ListOf(Window &control)
+{
+    auto *combo = dynamic_cast<ComboBox *>(&control);
+    if (!combo)
+        return dynamic_cast<ScrolledList *>(&control);
+    if (!combo->dropped)
+        Refuse(fmt::format("the list {} is not open", combo->id));
+    return static_cast<DropList *>(&CurrentPopup()->PopupWindow());
+}
+
+// By one notch of the wheel, or by the thumb of its scroll bar until an item is the uppermost.
+static void ScrollList(ScrolledList &list, const Word &how)
+{
+    if (!list.HasBar())
+        Refuse("the list shows all of its items");
+    if (how.text == "up" || how.text == "down") {
+        QueueInput({.kind = Input::Wheel,
+                    .at = OnScreenOf(list, MiddleOf(list.Client())),
+                    .notches = how.text == "up" ? 1 : -1});
+        return;
+    }
+    if (!how.text.starts_with('#'))
+        Refuse("a list goes up, down or to an item");
+    const POINT from = OnScreenOf(list, list.ThumbAt(list.Uppermost()));
+    const POINT to = OnScreenOf(list, list.ThumbAt(NumberOf(how.text.substr(1))));
+    QueueInput({.kind = Input::MouseDown, .at = from});
+    QueueInput({.kind = Input::MouseMove, .at = {from.x, to.y}});
+    QueueInput({.kind = Input::MouseUp, .at = {from.x, to.y}});
 }
 
 static void DoScroll(const Words &words)
 {
+    if (ScrolledList *list = ListOf(FindUsable(words))) {
+        ScrollList(*list, words[2]);
+        return;
+    }
     auto &bar = As<ScrollBar>(FindUsable(words), "scroll bar");
     if (words[2].text != "up" && words[2].text != "down")
         Refuse("a scroll bar goes up or down");
@@ -420,7 +465,7 @@ static constexpr struct {
     {"focus", 2, 2, DoFocus, "focus ID"},
     {"key", 2, 2, DoKey, "key NAME"},
     {"slide", 3, 3, DoSlide, "slide ID N"},
-    {"scroll", 3, 3, DoScroll, "scroll ID up or scroll ID down"},
+    {"scroll", 3, 3, DoScroll, "scroll ID up, scroll ID down or scroll ID #N"},
     {"box", 2, 3, DoBox, "box BUTTON \"TEXT\""},
     {"ok", 1, 1, DoOk, "ok"},
     {"cancel", 1, 1, DoCancel, "cancel"},

@@ -23,11 +23,11 @@ static std::string Quoted(std::string_view line, size_t &at)
     throw ActionError{"a text lacks its closing quote"};
 }
 
-// `choose 5040 #3` counts items; anywhere else a # begins a comment.
+// `choose 5040 #3` and `scroll 5040 #3` count items; anywhere else a # begins a comment.
 static bool IsItemNumber(const std::vector<Word> &words, std::string_view behind)
 {
-    return words.size() == 2 && words[0].text == "choose" && !behind.empty() && behind[0] >= '0' &&
-           behind[0] <= '9';
+    return words.size() == 2 && (words[0].text == "choose" || words[0].text == "scroll") &&
+           !behind.empty() && behind[0] >= '0' && behind[0] <= '9';
 }
 
 std::vector<Word> SplitWords(std::string_view line)

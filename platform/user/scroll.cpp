@@ -1,10 +1,12 @@
-// Drawing scroll bars and their arrows, and what a click on one means.
+// Lists that scroll, by the bar at their side, the wheel and the keys; and the arrows of bars.
 #include "platform/user/scroll.h"
 
 #include <algorithm>
 
 namespace kvp
 {
+
+static constexpr int LINES_PER_NOTCH = 3; // of the mouse's wheel
 
 void PaintArrowButton(HDC hdc, const RECT &rc, Arrow arrow, bool pressed, bool enabled)
 {
@@ -28,37 +30,130 @@ void PaintArrowButton(HDC hdc, const RECT &rc, Arrow arrow, bool pressed, bool e
     }
 }
 
-static RECT Thumb(const RECT &rc, int first, int shown, int count)
+// ---- lists -------------------------------------------------------------------------------------
+
+int ScrolledList::ItemsShown() const
 {
-    const int track = Height(rc) - 2 * SCROLL_WIDTH;
-    const int height = std::max(8, track * shown / std::max(count, 1));
-    const int top = rc.top + SCROLL_WIDTH + (track - height) * first / std::max(count - shown, 1);
-    return {rc.left, top, rc.right, top + height};
+    return std::max(1, (Height(rc) - 2) / ItemHeight());
 }
 
-void PaintScrollBar(HDC hdc, const RECT &rc, int first, int shown, int count)
+int ScrolledList::ItemsEnd() const
 {
-    Fill(hdc, rc, FACE);
-    Outline(hdc, rc, SHADOW);
-    PaintArrowButton(hdc, {rc.left, rc.top, rc.right, rc.top + SCROLL_WIDTH}, Arrow::Up, false,
-                     true);
-    PaintArrowButton(hdc, {rc.left, rc.bottom - SCROLL_WIDTH, rc.right, rc.bottom}, Arrow::Down,
-                     false, true);
-    if (Height(rc) < 3 * SCROLL_WIDTH)
+    return std::min(first + ItemsShown(), Count());
+}
+
+RECT ScrolledList::ItemRect(int index) const
+{
+    const int top = 1 + (index - first) * ItemHeight();
+    return {1, top, Width(rc) - 1 - (HasBar() ? SCROLL_WIDTH : 0), top + ItemHeight()};
+}
+
+int ScrolledList::ItemAt(POINT at) const
+{
+    for (int i = first; i < ItemsEnd(); ++i)
+        if (Contains(ItemRect(i), at))
+            return i;
+    return -1;
+}
+
+void ScrolledList::SetFirst(int to)
+{
+    to = std::clamp(to, 0, std::max(0, Count() - ItemsShown()));
+    if (to == first)
         return;
-    const RECT thumb = Thumb(rc, first, shown, count);
+    first = to;
+    Invalidate();
+}
+
+void ScrolledList::ScrollTo(int index)
+{
+    if (index >= 0 && index < Count())
+        SetFirst(std::clamp(first, index - ItemsShown() + 1, index));
+}
+
+void ScrolledList::KeepFilled()
+{
+    SetFirst(first);
+}
+
+// ---- the bar at their side ---------------------------------------------------------------------
+
+RECT ScrolledList::Bar() const
+{
+    return {Width(rc) - SCROLL_WIDTH - 1, 1, Width(rc) - 1, Height(rc) - 1};
+}
+
+RECT ScrolledList::Thumb(int uppermost) const
+{
+    const RECT bar = Bar();
+    const int track = Height(bar) - 2 * SCROLL_WIDTH;
+    const int height = std::max(8, track * ItemsShown() / std::max(Count(), 1));
+    const int top =
+        bar.top + SCROLL_WIDTH + (track - height) * uppermost / std::max(Count() - ItemsShown(), 1);
+    return {bar.left, top, bar.right, top + height};
+}
+
+POINT ScrolledList::ThumbAt(int uppermost) const
+{
+    const RECT thumb = Thumb(uppermost);
+    return {(thumb.left + thumb.right) / 2, (thumb.top + thumb.bottom) / 2};
+}
+
+bool ScrolledList::BarPressed(POINT at)
+{
+    const RECT bar = Bar(), thumb = Thumb(first);
+    if (!HasBar() || at.x < bar.left)
+        return false;
+    if (at.y < bar.top + SCROLL_WIDTH)
+        SetFirst(first - 1);
+    else if (at.y >= bar.bottom - SCROLL_WIDTH)
+        SetFirst(first + 1);
+    else if (at.y < thumb.top)
+        SetFirst(first - ItemsShown());
+    else if (at.y >= thumb.bottom)
+        SetFirst(first + ItemsShown());
+    else
+        grip = at.y - thumb.top;
+    return true;
+}
+
+// The uppermost item is the one whose thumb would lie nearest.
+void ScrolledList::MouseMove(POINT at)
+{
+    if (!IsDragging())
+        return;
+    const int most = std::max(Count() - ItemsShown(), 0);
+    const int way = std::max<int>(Thumb(most).top - Thumb(0).top, 1);
+    const int gone = std::clamp<int>(at.y - grip - Thumb(0).top, 0, way);
+    SetFirst((gone * most + way / 2) / way);
+}
+
+void ScrolledList::MouseUp(POINT)
+{
+    LetGo();
+}
+
+void ScrolledList::MouseWheel(int notches)
+{
+    SetFirst(first - notches * LINES_PER_NOTCH);
+}
+
+void ScrolledList::PaintBar(HDC hdc) const
+{
+    if (!HasBar())
+        return;
+    const RECT bar = Bar();
+    Fill(hdc, bar, FACE);
+    Outline(hdc, bar, SHADOW);
+    PaintArrowButton(hdc, {bar.left, bar.top, bar.right, bar.top + SCROLL_WIDTH}, Arrow::Up, false,
+                     true);
+    PaintArrowButton(hdc, {bar.left, bar.bottom - SCROLL_WIDTH, bar.right, bar.bottom}, Arrow::Down,
+                     false, true);
+    if (Height(bar) < 3 * SCROLL_WIDTH)
+        return;
+    const RECT thumb = Thumb(first);
     Outline(hdc, thumb, DARK);
     Bevel(hdc, Shrunk(thumb, 1), LIGHT, SHADOW);
-}
-
-int ScrollStep(POINT size, int y, int shown, int first, int count)
-{
-    if (y < SCROLL_WIDTH)
-        return -1;
-    if (y >= size.y - SCROLL_WIDTH)
-        return 1;
-    const RECT thumb = Thumb({0, 0, size.x, size.y}, first, shown, count);
-    return y < thumb.top ? -shown : y >= thumb.bottom ? shown : 0;
 }
 
 } // namespace kvp

@@ -50,6 +50,7 @@ class Window
     virtual void MouseMove(POINT) {}
     virtual void MouseUp(POINT) {}
     virtual void MouseHeld() {}                         // down for a while
+    virtual void MouseWheel(int /*notches*/) {}         // away from the person
     virtual bool KeyDown(const Key &) { return false; } // true: it was for this window
     virtual bool Typed(char32_t) { return false; }
     virtual void FocusChanged(bool /*has*/) {}

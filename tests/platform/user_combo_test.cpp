@@ -214,3 +214,32 @@ TEST_F(Combo, OwnerDrawnItemsKnowFieldAndList)
             "cancel"});
     EXPECT_EQ(Sheet(), 0);
 }
+
+TEST_F(Combo, AnOpenListIsScrolledByTheWheelAndByItsThumb)
+{
+    onInit = [this] {
+        if (GetDlgCtrlID(hDlg) == IDD_FIRST)
+            Fill(IDC_LIST, std::vector<const char *>(20, "name"));
+    };
+    std::vector<int> drawn; // items of the open list
+    onMessage = [&](HWND, UINT uMsg, WPARAM, LPARAM lParam) -> std::optional<INT_PTR> {
+        const auto *item = reinterpret_cast<DRAWITEMSTRUCT *>(lParam);
+        if (uMsg == WM_DRAWITEM && item->CtlID == IDC_LIST && !(item->itemState & ODS_COMBOBOXEDIT))
+            drawn.push_back(static_cast<int>(item->itemID));
+        return std::nullopt;
+    };
+    const auto uppermost = [&] {
+        const int first = drawn.empty() ? -1 : drawn.front();
+        drawn.clear();
+        return first;
+    };
+    Person({"drop 206", [&] { EXPECT_EQ(uppermost(), 0); }, "scroll 206 down",
+            [&] { EXPECT_EQ(uppermost(), 3); }, "scroll 206 #9", [&] { EXPECT_EQ(uppermost(), 9); },
+            "scroll 206 up", [&] { EXPECT_EQ(uppermost(), 6); }, [this] { Taken(); }, "close 206",
+            [this] {
+                EXPECT_THAT(Taken({"206"}), ElementsAre("206 SELENDCANCEL", "206 CLOSEUP"))
+                    << "it was still open, with nothing chosen";
+            },
+            "cancel"});
+    EXPECT_EQ(Sheet(), 0);
+}

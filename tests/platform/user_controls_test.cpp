@@ -199,7 +199,9 @@ TEST_F(Controls, ATrackbarHoldsItsPositionAndTellsOfEachMove)
                 EXPECT_EQ(position(), 19) << "a click gives it the keyboard";
                 EXPECT_THAT(Taken({"HSCROLL"}), ElementsAre("HSCROLL 214 1/0", "HSCROLL 214 8/0"));
             },
-            "cancel"});
+            [&] { SendMessageA(bar, TBM_SETRANGE, TRUE, MAKELONG(0, 1000)); }, "slide 214 777",
+            [&] { EXPECT_EQ(position(), 777) << "of positions that share a pixel, the very one"; },
+            "slide 214 2", [&] { EXPECT_EQ(position(), 2); }, "cancel"});
     EXPECT_EQ(Dialog(IDD_PLAIN), 2);
 }
 
@@ -234,6 +236,27 @@ TEST_F(Controls, AListBoxTellsOnlyOfSelectionsByHand)
                 EXPECT_EQ(Send(IDC_NAMES, LB_GETITEMDATA, 6), LB_ERR);
             },
             "cancel"});
+    EXPECT_EQ(Sheet(), 0);
+}
+
+TEST_F(Controls, AListBoxIsScrolledByTheWheelAndByItsThumb)
+{
+    onInit = [this] {
+        if (GetDlgCtrlID(hDlg) == IDD_SECOND)
+            for (int i = 0; i < 12; ++i)
+                Send(IDC_NAMES, LB_INSERTSTRING, static_cast<WPARAM>(-1),
+                     reinterpret_cast<LPARAM>("name"));
+    };
+    LRESULT middle = 0;
+    const auto chosen = [&] { return Send(IDC_NAMES, LB_GETCURSEL) - middle; };
+    Person({"page \"Paper\"", "click 213", [&] { middle = chosen(); }, "scroll 213 down",
+            [&] {
+                EXPECT_EQ(chosen(), 0) << "scrolling chooses nothing";
+                EXPECT_THAT(Taken({"213"}), ElementsAre("213 SELCHANGE"));
+            },
+            "click 213", [&] { EXPECT_EQ(chosen(), 3); }, "scroll 213 #7", "click 213",
+            [&] { EXPECT_EQ(chosen(), 7); }, "scroll 213 up", "click 213",
+            [&] { EXPECT_EQ(chosen(), 4); }, "cancel"});
     EXPECT_EQ(Sheet(), 0);
 }
 

@@ -73,6 +73,8 @@ TEST_F(Scripts, ActionsThatCannotBeDoneFailWithTheirLine)
         {"not an edit field", "type 205 \"x\"\n", 1, "no edit field"},
         {"no page", "page \"Paper\"\n", 1, "no pages"},
         {"no box", "box ok\n", 1, "no message box"},
+        {"a list that is not open", "scroll 206 down\n", 1, "not open"},
+        {"nothing to scroll", "drop 206\nscroll 206 down\n", 2, "all of its items"},
         {"no such key", "key F99\n", 1, "no key"},
         {"an open quote", "type 210 \"x\n", 1, "closing quote"},
         {"a name with a folder", "shot a/b\n", 1, "no name"},
@@ -229,6 +231,12 @@ TEST_F(Scripts, BoxesAreAnsweredByTheirButtons)
     EXPECT_EQ(Events("box").size(), 5u);
     EXPECT_EQ(Events("box")[0], Json::parse(R"({"event":"box","caption":"KORVA","text":"Really?",
         "icon":"exclamation","buttons":["ok","cancel"],"answer":"cancel"})"));
+    std::vector<std::string> windows;
+    for (const Json &line : Events("window"))
+        windows.push_back(line["what"].get<std::string>() + " " + line["title"].get<std::string>());
+    windows.resize(4);
+    EXPECT_THAT(windows,
+                ElementsAre("opened Plain", "opened KORVA", "closed KORVA", "activated Plain"));
 }
 
 TEST_F(Scripts, ABoxOnTopKeepsTheRestFromThePerson)

@@ -7,6 +7,7 @@
 #include "dialogs/pages.h"
 #include "dialogs/rules.h"
 #include "resources/about_ids.h"
+#include "resources/detail_ids.h"
 #include "resources/save_ids.h"
 
 static HBRUSH hBrush; // of the page
@@ -56,6 +57,22 @@ static INT_PTR RunDialog(HWND hDlg, WORD idTemplate, DLGPROC proc, const void *l
 {
     return DialogBoxParamA(BasicCB(hDlg)->lpInstance->hResLib, MAKEINTRESOURCEA(idTemplate), hDlg,
                            proc, reinterpret_cast<LPARAM>(lpParameter));
+}
+
+// A change there has made the settings custom; it lies in the record.
+static void OnMore(HWND hDlg, DriverDevMode *lpDM, WORD, WORD)
+{
+    CBSTRUC *lpcbstruc = BasicCB(hDlg);
+    UIINSTANCE *lpInstance = lpcbstruc->lpInstance;
+    RunDialog(hDlg, IDD_DETAIL, DetailDlgProc, lpcbstruc);
+    if (IsCustom(lpInstance)) {
+        TakeRecord(lpInstance, lpDM->Settings);
+        lpDM->bAutoMode = FALSE;
+        UpdateCurSet(hDlg, lpDM);
+        SetManualData(hDlg, lpDM, FALSE);
+        SetPaperKind(hDlg, lpDM, MEDIA_CUSTOM);
+    }
+    SetModeBitmap(hDlg, lpDM);
 }
 
 // A dialog that could not be shown has saved nothing.
@@ -161,7 +178,7 @@ static constexpr struct {
 } aCommands[] = {
     {IDC_MAIN_AUTOMATIC, OnMode}, {IDC_MAIN_ADVANCED, OnMode},     {IDC_MAIN_COLOR, OnInk},
     {IDC_MAIN_BLACK, OnInk},      {IDC_MAIN_SETTINGS, OnSettings}, {IDC_MAIN_MEDIA, OnMedia},
-    {IDC_MAIN_SAVE, OnSave},      {IDC_MAIN_ABOUT, OnAbout},
+    {IDC_MAIN_MORE, OnMore},      {IDC_MAIN_SAVE, OnSave},         {IDC_MAIN_ABOUT, OnAbout},
 };
 
 // About asks nothing of the model's files.

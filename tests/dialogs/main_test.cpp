@@ -290,6 +290,27 @@ ok)")),
                            "rule 21, color 2, 720x720 code 2");
 }
 
+TEST_F(MainPage, WhatMoreSettingsChangesBecomesCustom)
+{
+    Start();
+    EXPECT_EQ(Show(Story(R"(
+click 2017
+cancel
+= Normal, Plain Paper; Normal - 360 dpi, MW Off, HS Off, Vivid; 1001 6760
+click 2017
+choose 5180 "Fine - 720 dpi"
+click 5191
+ok
+= Custom, Plain Paper; Fine - 720 dpi, MW On, HS Off, Vivid; 7228 6760
+5079: Plain Paper 6, 360 dpi Ink Jet Paper 9, Photo Quality Ink Jet Paper 14, Photo Paper 16, Glossy Film 18, Ink Jet Transparencies 20, Photo Quality Ink Jet Card 21
+choose 5079 "360 dpi Ink Jet Paper"
+= Custom, 360 dpi Ink Jet Paper; Fine - 720 dpi, MW On, HS Off, Vivid; 6327 6760
+ok)")),
+              1);
+    EXPECT_EQ(Record(out), "advanced 1000, resolution 9 media 1 ink 1/6 HT 1 intent 0 flags 1, "
+                           "rule 11, color 2, 720x720 code 2");
+}
+
 TEST_F(MainPage, BlackWithoutATwinTakesAWholeRecord)
 {
     PatchWord(CFG, InCfg(18, offsetof(SettingsRecord, wInkCode)), 9);

@@ -16,7 +16,9 @@
 #define DS_3DLOOK 0x0004
 #define DS_MODALFRAME 0x0080
 #define SS_BLACKFRAME 0x0007
+#define SS_LEFTNOWORDWRAP 0x000C
 #define SS_BITMAP 0x000E
+#define SS_NOPREFIX 0x0080
 #define ES_AUTOHSCROLL 0x0080
 #define ES_READONLY 0x0800
 #define LBS_NOTIFY 0x0001
@@ -46,6 +48,8 @@
 /* Pictures that only show something take neither focus nor clicks. */
 #define DRAWN_PICTURE BS_OWNERDRAW | WS_DISABLED
 #define DRAWN_BUTTON BS_OWNERDRAW | WS_TABSTOP
+/* Names of papers and settings are shown as they are, and cut where the room ends. */
+#define SUMMARY_LINE SS_LEFTNOWORDWRAP | SS_NOPREFIX | WS_GROUP
 #define RADIO_FIRST WS_GROUP | WS_TABSTOP
 
 #endif

@@ -90,6 +90,9 @@ TEST_F(WriterTest, AnyFailedCallLeavesTheOldFileOrTheNewOne)
             EXPECT_TRUE(IsOldOrNew()) << static_cast<int>(call);
             EXPECT_TRUE(hResult != 0 || OnDisk() == model.Ucf()) << "told that it was saved";
             EXPECT_TRUE(hResult == 0 || kvp::CallsSeen(call) > n) << "nothing else fails";
+            fs::remove(Directory() / "KV1.ucf");
+            kvp::FailCall(call, n);
+            EXPECT_TRUE((Write() != 0 && OnDisk().empty()) || OnDisk() == model.Ucf());
         });
         // Looked for and opened; four writes of ours and the layer's; closed.
         EXPECT_GE(nFailures, call == kvp::Call::Write ? 5 : call == kvp::Call::OpenFile ? 2 : 1);

@@ -177,38 +177,38 @@ static void AfterFD(HWND hDlg, DriverDevMode *lpDM, const Found &, bool bSame)
 
 using Test = bool (*)(const Search &, const Candidate &);
 struct Trigger {
-    WORD idControl;
     Test aLevels[4]; // null: every record passes, without reaching the level
     Test exact;      // of a record that has passed all levels
-    bool bStartsAtCurrent;
     void (*after)(HWND hDlg, DriverDevMode *lpDM, const Found &found, bool bSame);
+    WORD idControl;
+    bool bStartsAtCurrent;
 };
 static constexpr Trigger aTriggers[] = {
-    {.idControl = IDC_DETAIL_RESOLUTION,
-     .aLevels = {HasName, TakesInk, HasMediaByNumber},
+    {.aLevels = {HasName, TakesInk, HasMediaByNumber},
      .exact = Always,
-     .bStartsAtCurrent = false,
-     .after = AfterResolution},
-    {.idControl = IDC_DETAIL_MEDIA,
-     .aLevels = {HasMedia, nullptr, HasName},
+     .after = AfterResolution,
+     .idControl = IDC_DETAIL_RESOLUTION,
+     .bStartsAtCurrent = false},
+    {.aLevels = {HasMedia, nullptr, HasName},
      .exact = Always,
-     .bStartsAtCurrent = false,
-     .after = AfterMedia},
-    {.idControl = IDC_DETAIL_MW_OPTION,
-     .aLevels = {HasOption, HasMedia, HasName, KeepsFD},
+     .after = AfterMedia,
+     .idControl = IDC_DETAIL_MEDIA,
+     .bStartsAtCurrent = false},
+    {.aLevels = {HasOption, HasMedia, HasName, KeepsFD},
      .exact = KeepsHS,
-     .bStartsAtCurrent = true,
-     .after = AfterOption},
-    {.idControl = IDC_DETAIL_HS,
-     .aLevels = {HasHS, HasMedia, HasName, KeepsFD},
+     .after = AfterOption,
+     .idControl = IDC_DETAIL_MW_OPTION,
+     .bStartsAtCurrent = true},
+    {.aLevels = {HasHS, HasMedia, HasName, KeepsFD},
      .exact = KeepsOption,
-     .bStartsAtCurrent = true,
-     .after = AfterHS},
-    {.idControl = IDC_DETAIL_FD,
-     .aLevels = {HasFD, HasMedia, HasName},
+     .after = AfterHS,
+     .idControl = IDC_DETAIL_HS,
+     .bStartsAtCurrent = true},
+    {.aLevels = {HasFD, HasMedia, HasName},
      .exact = KeepsVariants,
-     .bStartsAtCurrent = false,
-     .after = AfterFD},
+     .after = AfterFD,
+     .idControl = IDC_DETAIL_FD,
+     .bStartsAtCurrent = false},
 };
 
 // The level that a record reaches, and whether it fails nowhere.

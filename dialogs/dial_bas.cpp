@@ -11,7 +11,9 @@
 #include "resources/save_ids.h"
 
 static HBRUSH hBrush; // of the page
-static BOOL bUsable;  // the page was initialised; else it stays as its template is
+// The page was initialised. Else the tables that its commands read may not be there: it stays as
+// its template is, takes no command but About, and applies nothing.
+static BOOL bUsable;
 
 // ---- the sheet's state ------------------------------------------------------------------------
 
@@ -20,6 +22,7 @@ CBSTRUC *BasicCB(HWND hDlg)
     return RequireCB(hDlg, "dial_bas");
 }
 
+// A current position that leads nowhere leaves the record's own settings to be shown.
 const SettingsRecord &SettingsInForce(const DriverDevMode *lpDM, UIINSTANCE *lpInstance)
 {
     const SettingsRecord *lpCurrent = CurrentSetting(lpInstance);
@@ -53,6 +56,7 @@ static INT_PTR OnInitDialog(HWND hDlg, LPARAM lParam)
 
 // ---- dialogs ----------------------------------------------------------------------------------
 
+// All dialogs are the model's. They run over the page, on the state that it has.
 static INT_PTR RunDialog(HWND hDlg, WORD idTemplate, DLGPROC proc, const void *lpParameter)
 {
     return DialogBoxParamA(BasicCB(hDlg)->lpInstance->hResLib, MAKEINTRESOURCEA(idTemplate), hDlg,
@@ -85,6 +89,7 @@ static void OnSave(HWND hDlg, DriverDevMode *lpDM, WORD, WORD)
     SetModeBitmap(hDlg, lpDM);
 }
 
+// About wants nothing of the sheet's state, so it gets the record alone.
 static void OnAbout(HWND hDlg, DriverDevMode *lpDM, WORD, WORD)
 {
     RunDialog(hDlg, IDD_ABOUT, AboutDlgProc, lpDM);
@@ -118,6 +123,8 @@ static void OnSettings(HWND hDlg, DriverDevMode *lpDM, WORD, WORD wCode)
     OnSettingsList(hDlg, lpDM, wCode);
 }
 
+// Comes for every step of a drag and once more at its end; a position that is held already finds
+// its record current. Anything but the two ends of the range is no choice.
 static INT_PTR OnScroll(HWND hDlg, DriverDevMode *lpDM, LPARAM lParam)
 {
     const auto hControl = reinterpret_cast<HWND>(lParam);
@@ -145,6 +152,8 @@ static void ApplyEntry(DriverDevMode *lpDM, UIINSTANCE *lpInstance)
     lpDM->Settings.wIndex = static_cast<uint16_t>(lpInstance->nCurSetting);
 }
 
+// What follows from the resolution is derived here once, for all three states: nothing on the way
+// keeps it up to date.
 static void ApplyResolution(DriverDevMode *lpDM, const UIINSTANCE *lpInstance)
 {
     const ResolutionRecord *lpRes = Resolution(lpInstance, lpDM->Settings.wResolution);
@@ -159,6 +168,7 @@ static void ApplyResolution(DriverDevMode *lpDM, const UIINSTANCE *lpInstance)
         lpDM->lMediaCode = lpMedia->wCode;
 }
 
+// Adjustments come last, and from the working state alone: it is theirs whatever was chosen since.
 static INT_PTR OnApply(HWND hDlg)
 {
     const CBSTRUC *lpcbstruc = BasicCB(hDlg);
@@ -181,7 +191,7 @@ static constexpr struct {
     {IDC_MAIN_MORE, OnMore},      {IDC_MAIN_SAVE, OnSave},         {IDC_MAIN_ABOUT, OnAbout},
 };
 
-// About asks nothing of the model's files.
+// The buttons' commands come by any notice, the lists' tell theirs apart.
 static INT_PTR OnCommand(HWND hDlg, DriverDevMode *lpDM, WPARAM wParam)
 {
     const WORD id = LOWORD(wParam);
@@ -207,6 +217,8 @@ static INT_PTR OnNotify(HWND hDlg, LPARAM lParam)
     }
 }
 
+// The summary is what the other page changes too, so it is read anew whenever the page is painted,
+// which it is when it is shown.
 static INT_PTR OnPaint(HWND hDlg, DriverDevMode *lpDM)
 {
     if (bUsable)
@@ -214,6 +226,7 @@ static INT_PTR OnPaint(HWND hDlg, DriverDevMode *lpDM)
     return PaintNothing(hDlg);
 }
 
+// Each looks for its own controls and leaves the other's alone.
 static INT_PTR OnDrawItem(HWND hDlg, const DriverDevMode *lpDM, LPARAM lParam)
 {
     const auto &item = *reinterpret_cast<const DRAWITEMSTRUCT *>(lParam);

@@ -64,6 +64,7 @@ static std::string PaperLine(const DriverDevMode *lpDM, const UIINSTANCE *lpInst
 
 // ---- the other lines --------------------------------------------------------------------------
 
+// A resolution can speak for both options; else the second one says more than the first.
 static UINT MWLine(const UIINSTANCE *lpInstance, int nRes)
 {
     const ResolutionRecord *lpRes = Resolution(lpInstance, nRes);
@@ -74,11 +75,13 @@ static UINT MWLine(const UIINSTANCE *lpInstance, int nRes)
     return lpInstance->wFlags & KV_FLAG_MW ? TEXT_MW_ON : TEXT_MW_OFF;
 }
 
+// A choice that this version does not know reads as the first one.
 static UINT IntentLine(BYTE bIntent)
 {
     return bIntent <= 3 ? INTENT_NAME + bIntent : INTENT_NAME;
 }
 
+// An ink that is neither, from a damaged record, leaves the buttons as they are.
 static void ShowCurrentInk(HWND hDlg, DriverDevMode *lpDM, const UIINSTANCE *lpInstance)
 {
     for (const Ink &ink : aInks)
@@ -88,6 +91,8 @@ static void ShowCurrentInk(HWND hDlg, DriverDevMode *lpDM, const UIINSTANCE *lpI
         }
 }
 
+// Flags and ink are the working state's, resolution and intent those of the settings in force: the
+// summary shows what would be applied. Black knows no intent.
 BOOL UpdateCurSet(HWND hDlg, DriverDevMode *lpDM)
 {
     UIINSTANCE *lpInstance = BasicCB(hDlg)->lpInstance;
@@ -138,6 +143,7 @@ static ModePictures AutomaticPictures(const UIINSTANCE *lpInstance, const Settin
     return !lpName || *lpName < FIRST_FINE_NAME ? DRAFT_PICTURES : FINE_PICTURES;
 }
 
+// Saved settings look like custom ones, which they are to the model.
 static ModePictures PicturesOfMode(UIINSTANCE *lpInstance)
 {
     const SettingsRecord *lpCurrent = CurrentSetting(lpInstance);
@@ -161,6 +167,7 @@ void SetModeBitmap(HWND hDlg, DriverDevMode *)
 
 // ---- owner-drawn items ------------------------------------------------------------------------
 
+// 0, no picture, for buttons that others draw.
 static WORD PictureOf(const UIINSTANCE *lpInstance, UINT idButton)
 {
     if (idButton == IDC_MAIN_MODE_PICTURE)

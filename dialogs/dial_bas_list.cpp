@@ -19,6 +19,7 @@ static LRESULT SelectItem(HWND hDlg, LRESULT nItem)
                                0);
 }
 
+// Presets are named by the model, for all their records alike.
 static std::string PresetName(const UIINSTANCE *lpInstance, int nPreset)
 {
     return LoadText(lpInstance->hResLib, PRESET_NAME + static_cast<UINT>(nPreset));
@@ -58,6 +59,7 @@ static void FillList(HWND hDlg, UIINSTANCE *lpInstance)
 
 // ---- selecting --------------------------------------------------------------------------------
 
+// Appended for the occasion; the next filling takes it away.
 static void SelectCustomLabel(HWND hDlg, const UIINSTANCE *lpInstance)
 {
     const std::string strLabel = LoadText(lpInstance->hResLib, PRESET_CUSTOM);
@@ -100,6 +102,8 @@ static void SelectCurrent(HWND hDlg, UIINSTANCE *lpInstance)
         SelectCustomLabel(hDlg, lpInstance);
 }
 
+// The open list offers entries only, so what has none is shown as the first one meanwhile. Its old
+// text is asked for before it is emptied.
 void SetManualData(HWND hDlg, DriverDevMode *, BOOL bDropDown)
 {
     UIINSTANCE *lpInstance = BasicCB(hDlg)->lpInstance;
@@ -125,6 +129,8 @@ void SetManualDataCustom(HWND hDlg, DriverDevMode *lpDM)
 
 // ---- opening and closing ----------------------------------------------------------------------
 
+// Media are listed for what a choice of the item shown would make current. Nothing is current while
+// custom settings look for an entry; closing tells by that whether they are to come back.
 static void OnDropDown(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstance)
 {
     lpInstance->bListChanged = FALSE;

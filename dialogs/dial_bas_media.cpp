@@ -6,6 +6,7 @@
 
 // ---- ink --------------------------------------------------------------------------------------
 
+// By the program: the button that a person pressed has checked itself already.
 void ShowInk(HWND hDlg, const Ink &ink)
 {
     CheckRadioButton(hDlg, IDC_MAIN_COLOR, IDC_MAIN_BLACK, ink.idButton);
@@ -45,7 +46,8 @@ static void ChangeInkAutomatic(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpIns
     SetPaperKind(hDlg, lpDM, MEDIA_AUTOMATIC);
 }
 
-// The same predefined setting in the other ink.
+// The same predefined setting in the other ink, also for a saved setting, which still knows the
+// preset that it was made from.
 static void TakeTwin(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstance, int32_t nTwin)
 {
     lpInstance->nCurSetting = nTwin;
@@ -81,6 +83,8 @@ static void TakeBase(DriverDevMode *lpDM, UIINSTANCE *lpInstance, const Settings
     TakeCurrent(lpInstance, Take::Modes);
 }
 
+// A twin has the same preset number and media. Without one the settings become custom: they go on
+// from the entry, and what it has of the old ink is replaced piece by piece.
 static void ChangeInkOfEntry(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstance, BYTE bInk)
 {
     const SettingsRecord *lpCurrent = CurrentSetting(lpInstance);
@@ -102,6 +106,7 @@ static void ChangeInkOfEntry(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInsta
     SetModeBitmap(hDlg, lpDM);
 }
 
+// The same resolution and media are looked for in the other ink by the names that the page shows.
 // Rule and dot scale are those of the resolution that the ink leaves.
 static void ChangeInkCustom(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstance, const Ink &ink)
 {
@@ -124,6 +129,7 @@ static void ChangeInkCustom(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstan
     UpdateCurSet(hDlg, lpDM);
 }
 
+// The ink that is in use already changes nothing, though its button was pressed.
 void ChangeInk(HWND hDlg, DriverDevMode *lpDM, const Ink &ink)
 {
     UIINSTANCE *lpInstance = BasicCB(hDlg)->lpInstance;
@@ -173,6 +179,7 @@ static void ChangeMediaCustom(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInst
     CheckDetail(hDlg, lpDM);
 }
 
+// The level is not looked at: the first record of the media is its fastest.
 static void ChangeMediaAutomatic(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstance,
                                  LONG lMedia)
 {
@@ -195,6 +202,8 @@ static void LeaveUserSlot(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstance
     SetManualData(hDlg, lpDM, FALSE);
 }
 
+// The list's data mean what its last filling made them: media numbers, or resolutions for custom
+// settings and saved ones. A new resolution may not be mirrored as the old one was.
 void ChangeMedia(HWND hDlg, DriverDevMode *lpDM)
 {
     UIINSTANCE *lpInstance = BasicCB(hDlg)->lpInstance;

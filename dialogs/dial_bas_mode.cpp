@@ -12,12 +12,14 @@ static constexpr int LEAST_LEVEL = 1, MOST_LEVEL = 2;
 
 // ---- what can be used -------------------------------------------------------------------------
 
+// In Automatic these are seen but of no use.
 static void EnableAdvanced(HWND hDlg, bool bEnable)
 {
     for (const int id : aAdvancedControls)
         EnableControl(hDlg, id, bEnable);
 }
 
+// A label without its trackbar would mean nothing: the three come and go together.
 static void ShowLevel(HWND hDlg, bool bShow)
 {
     for (const int id : aLevelControls)
@@ -52,6 +54,7 @@ static void SetLevelLabels(HWND hDlg, HMODULE hResLib, int nPair)
     SetDlgItemTextA(hDlg, IDC_MAIN_LEVEL_RIGHT, Text(LEVEL_RIGHT).c_str());
 }
 
+// Level 0 says that a media and ink know one quality only, so there is nothing to slide.
 void CheckTrackbarData(HWND hDlg, DriverDevMode *)
 {
     UIINSTANCE *lpInstance = BasicCB(hDlg)->lpInstance;
@@ -114,6 +117,8 @@ static void MoveToAutomatic(UIINSTANCE *lpInstance)
     lpInstance->nListState = LIST_ENTRY;
 }
 
+// Pressed again it does nothing, so that what was chosen in Automatic stays. Where no Automatic
+// record fits, the old one stays current under the other mode.
 void SwitchToAutomatic(HWND hDlg, DriverDevMode *lpDM)
 {
     UIINSTANCE *lpInstance = BasicCB(hDlg)->lpInstance;

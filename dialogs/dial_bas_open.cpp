@@ -39,6 +39,7 @@ static bool LoadTables(const DriverDevMode *lpDM, DatFile *lpBlock, bool *lpUser
 
 // ---- the record's settings --------------------------------------------------------------------
 
+// The record itself is what is worked on; no record of the table is current.
 static void TakeCustom(const DriverDevMode *lpDM, UIINSTANCE *lpInstance)
 {
     lpInstance->nListState = LIST_CUSTOM;
@@ -77,6 +78,8 @@ static bool TakeSettings(DriverDevMode *lpDM, UIINSTANCE *lpInstance, bool bUser
 
 // ---- the page ---------------------------------------------------------------------------------
 
+// No template has the common control: the page's own placeholder, which is hidden, says where it
+// lies, in every language.
 static void MakeTrackbar(HWND hDlg)
 {
     RECT rcPage{}, rc{};
@@ -86,6 +89,7 @@ static void MakeTrackbar(HWND hDlg)
                         rc.bottom - rc.top, IDC_MAIN_LEVEL);
 }
 
+// The settings list, which is disabled, says that Automatic is none of its entries.
 static void OpenAutomatic(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstance)
 {
     ShowAutomatic(hDlg);
@@ -95,6 +99,8 @@ static void OpenAutomatic(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstance
     SetManualDataCustom(hDlg, lpDM);
 }
 
+// A saved setting is shown like custom settings, by its resolution: its media need not be one of a
+// predefined setting.
 static void OpenAdvanced(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstance)
 {
     ShowAdvanced(hDlg);
@@ -104,6 +110,7 @@ static void OpenAdvanced(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstance)
     lpInstance->bAdvancedVisited = TRUE;
 }
 
+// The message about a lost setting comes when the page shows what took its place.
 BOOL InitBasicUIDlg(HWND hDlg, DriverDevMode *lpDM)
 {
     UIINSTANCE *lpInstance = BasicCB(hDlg)->lpInstance;

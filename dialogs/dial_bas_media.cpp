@@ -179,16 +179,16 @@ static void ChangeMediaCustom(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInst
     CheckDetail(hDlg, lpDM);
 }
 
-// The level is not looked at: the first record of the media is its fastest.
+// The level is not looked at: the first record of the media is taken. Custom settings for which
+// Automatic has no record wait for a media here, in the ink that they have.
 static void ChangeMediaAutomatic(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstance,
                                  LONG lMedia)
 {
     const SettingsRecord *lpCurrent = CurrentSetting(lpInstance);
-    if (!lpCurrent)
-        return;
+    const int nInk = lpCurrent ? lpCurrent->wInk : lpInstance->bInk;
     const int32_t nFound =
         FindAutomatic(lpInstance, lpInstance->nCurSetting, [&](const SettingsRecord &record) {
-            return record.wInk == lpCurrent->wInk && record.wMedia == lMedia;
+            return record.wInk == nInk && record.wMedia == lMedia;
         });
     TakeMediaRecord(lpDM, lpInstance, nFound);
     CheckTrackbarData(hDlg, lpDM);

@@ -241,6 +241,24 @@ cancel)")),
               2);
 }
 
+TEST_F(MainPage, AutomaticThatHasNoRecordForTheCustomMediaWaitsForAnother)
+{
+    Start();
+    in.Settings.wIndex = KV_CUSTOM_SETTINGS;
+    in.Settings.wResolution = 21; // a card, which Automatic prints in colour only
+    in.Settings.wInk = 0;
+    EXPECT_EQ(Show(Story(R"(
+= Custom, Photo Quality Ink Jet Card; Fine - 720 dpi, MW Off, HS Off, grey; 6332 6752
+click 5041
+= Custom, ; Fine - 720 dpi, MW Off, HS Off, grey; 6332 6752
+choose 5079 "360 dpi Ink Jet Paper"
+= Custom, 360 dpi Ink Jet Paper; Normal - 360 dpi, MW On, HS Off, grey; 6365 6752; 1 Speed-Quality
+ok)")),
+              1);
+    EXPECT_EQ(Record(out), "automatic 6, resolution 8 media 1 ink 0/3 HT 1 intent 0 flags 1, "
+                           "rule 15, color 1, 360x360 code 2");
+}
+
 TEST_F(MainPage, ChoosingFromTheListEndsCustomSettings)
 {
     Start();

@@ -320,14 +320,13 @@ TEST_F(SizeDialog, ASavedSizeIsReplacedWhenThePersonAgreesAlsoInAFullTable)
 {
     const std::string strAsked =
         "\"A paper size of this name has been saved before. Do you want to replace it?\"";
+    const std::string strFull = "\"No more paper sizes can be saved. Delete one that you no longer "
+                                "need, then save again.\"";
     SaveAll({"1st", "2nd", "3rd", "4th", "5th", "6th", "7th", "8th"});
     const Texts full = SlotsInFile(8);
-    EXPECT_EQ(Open({Name("9th"), SAVE,
-                    "box ok \"No more paper sizes can be saved. Delete one that you no longer "
-                    "need, then save again.\"",
-                    Sees("9th: 2100 x 2970 mm, save"), Choice("2nd"), Width("1500"),
-                    Sees("2nd: 1500 x 2000 mm, save, delete"), SAVE, "box cancel " + strAsked,
-                    [&] { EXPECT_EQ(SlotsInFile(8), full); },
+    EXPECT_EQ(Open({Name("9th"), SAVE, "box ok " + strFull, Sees("9th: 2100 x 2970 mm, save"),
+                    Choice("2nd"), Width("1500"), Sees("2nd: 1500 x 2000 mm, save, delete"), SAVE,
+                    "box cancel " + strAsked, [&] { EXPECT_EQ(SlotsInFile(8), full); },
                     Sees("2nd: 1500 x 2000 mm, save, delete"), INCH, SAVE, "box ok " + strAsked,
                     Lists("User Defined, 1st, [2nd], 3rd, 4th, 5th, 6th, 7th, 8th"), OK}),
               1);
@@ -421,11 +420,9 @@ TEST_F(SizeDialog, OnlyFiveCharactersOfANumberCountWithoutASelectionAndWhenSaved
 TEST_F(SizeDialog, TheUserDefinedNameCannotBeSavedWhoeverAsks)
 {
     const auto press = [] { SendMessageA(kvp::TopWindow(), WM_COMMAND, IDC_SIZE_SAVE, 0); };
-    EXPECT_EQ(Open({press,
-                    "box ok \"This name belongs to the user-defined paper itself. Type another "
-                    "one.\"",
-                    CANCEL}),
-              -1);
+    const std::string strRefused = "\"This name belongs to the user-defined paper itself. Type "
+                                   "another one.\"";
+    EXPECT_EQ(Open({press, "box ok " + strRefused, CANCEL}), -1);
     EXPECT_FALSE(fs::exists(UserFile()));
 }
 

@@ -2,8 +2,21 @@
 
 #include <algorithm>
 #include <map>
+#include <tuple>
 
 #include "platform/gdi/gdi.h"
+
+static void ExpectSameItem(const Item &a, const Item &b, bool bOwnWidth)
+{
+    const auto shapeOf = [](const Item &item) {
+        return std::tuple(item.id, item.className, item.style, item.number, item.x, item.y,
+                          item.cy);
+    };
+    EXPECT_EQ(shapeOf(a), shapeOf(b));
+    EXPECT_TRUE(bOwnWidth || a.cx == b.cx);
+    EXPECT_EQ(a.text.empty(), b.text.empty());
+    EXPECT_EQ(LetterOf(a) != 0, LetterOf(b) != 0);
+}
 
 void ExpectSameLayout(const Page &shape, const Page &other, int idOwnWidth)
 {
@@ -12,18 +25,8 @@ void ExpectSameLayout(const Page &shape, const Page &other, int idOwnWidth)
     EXPECT_EQ(shape.cy, other.cy);
     ASSERT_EQ(shape.items.size(), other.items.size());
     for (size_t i = 0; i < shape.items.size(); ++i) {
-        const Item &a = shape.items[i], &b = other.items[i];
-        SCOPED_TRACE(Name(a));
-        EXPECT_EQ(a.id, b.id);
-        EXPECT_EQ(a.className, b.className);
-        EXPECT_EQ(a.style, b.style);
-        EXPECT_EQ(a.number, b.number);
-        EXPECT_EQ(a.x, b.x);
-        EXPECT_EQ(a.y, b.y);
-        EXPECT_TRUE(a.cx == b.cx || a.id == idOwnWidth);
-        EXPECT_EQ(a.cy, b.cy);
-        EXPECT_EQ(a.text.empty(), b.text.empty());
-        EXPECT_EQ(LetterOf(a) != 0, LetterOf(b) != 0);
+        SCOPED_TRACE(Name(shape.items[i]));
+        ExpectSameItem(shape.items[i], other.items[i], shape.items[i].id == idOwnWidth);
     }
 }
 

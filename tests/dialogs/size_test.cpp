@@ -309,7 +309,8 @@ TEST_F(SizeDialog, ASavedSizeIsChosenAgainWithItsUnitAndItsLimits)
     EXPECT_EQ(dm.dwUnit, 1u);
     // The first entry stands for the size that is shown.
     EXPECT_EQ(
-        Open({Choice("Card"), Choice("User Defined"), Sees("User Defined: 1234 x 2345 mm, ok"),
+        Open({Choice("Card"), Name("Other"), Lists("User Defined, Card, Flyer"), Choice("Card"),
+              Choice("User Defined"), Sees("User Defined: 1234 x 2345 mm, ok"),
               Lists("[User Defined], Card, Flyer"), OK}),
         -1);
     EXPECT_EQ(dm.lPaperWidth, 1234);

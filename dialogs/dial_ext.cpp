@@ -34,6 +34,9 @@ static void FillBalance(HWND hDlg, DriverDevMode *lpDM)
         EnableColBalance(hDlg, BALANCE_BLACK, lpDM);
 }
 
+// The order counts: the list of media reads the resolution shown, the mirror box counts only while
+// it is enabled, and the rows write to trackbars that are made here. The MW boxes come last, when
+// the HS rule has said which flags are the user's.
 static void UpdateDetail(HWND hDlg, DriverDevMode *lpDM)
 {
     SetResData(hDlg, lpDM);
@@ -52,6 +55,7 @@ static void UpdateDetail(HWND hDlg, DriverDevMode *lpDM)
     CheckMW(hDlg, lpDM, MW_OWN_BOTH);
 }
 
+// What Cancel puts back, beside the record.
 static void KeepWorkingState(UIINSTANCE *lpInstance)
 {
     lpInstance->bSavedInk = lpInstance->bInk;
@@ -110,6 +114,8 @@ static constexpr Ink inkColor{.bInk = 1,
                               .idButton = IDC_DETAIL_COLOR,
                               .idPicture = PICTURE_INK_COLOR};
 
+// The record is custom from here on with this ink; a resolution that doesn't take it is left for
+// one of the same name, and the HT choices follow the resolution.
 static void TakeInk(HWND hDlg, CBSTRUC *lpcbstruc, const Ink &ink)
 {
     DriverDevMode *lpDM = lpcbstruc->lpDevMode;
@@ -125,6 +131,7 @@ static void TakeInk(HWND hDlg, CBSTRUC *lpcbstruc, const Ink &ink)
     RedrawControl(hDlg, IDC_DETAIL_INK_PICTURE);
 }
 
+// The options, media and intents of the resolution that the ink has led to.
 static void FillAfterInk(HWND hDlg, DriverDevMode *lpDM)
 {
     CheckMW(hDlg, lpDM, MW_DIALOG);
@@ -193,7 +200,7 @@ static bool IsChecked(HWND hDlg, int id)
     return IsDlgButtonChecked(hDlg, id) == BST_CHECKED;
 }
 
-// The box's state becomes the record's option, and with it the working flags.
+// The box's state becomes the record's option. The working flags become the record's as a whole.
 static void TakeFlag(CBSTRUC *lpcbstruc, WORD wFlag, bool bOn)
 {
     DriverDevMode *lpDM = lpcbstruc->lpDevMode;
@@ -201,6 +208,7 @@ static void TakeFlag(CBSTRUC *lpcbstruc, WORD wFlag, bool bOn)
     lpcbstruc->lpInstance->wFlags = lpDM->Settings.wFlags;
 }
 
+// An MW option is kept in a second flag word as well.
 static void TakeMWFlag(CBSTRUC *lpcbstruc, WORD wFlag, bool bOn)
 {
     DriverDevMode *lpDM = lpcbstruc->lpDevMode;
@@ -232,6 +240,7 @@ static void OnHS(HWND hDlg, CBSTRUC *lpcbstruc)
     ChooseResolution(hDlg, lpcbstruc->lpDevMode, IDC_DETAIL_HS);
 }
 
+// No flag stands for FD: the resolution found is one with it or one without.
 static void OnFD(HWND hDlg, CBSTRUC *lpcbstruc)
 {
     ChooseResolution(hDlg, lpcbstruc->lpDevMode, IDC_DETAIL_FD);
@@ -252,6 +261,7 @@ static void OnKRJNL(HWND hDlg, CBSTRUC *lpcbstruc)
 
 // ---- HT and colour intent -------------------------------------------------------------------
 
+// Nothing is selected in a list that the rule leaves empty.
 static void OnHT(HWND hDlg, CBSTRUC *lpcbstruc)
 {
     const LONG lChoice = SelectedData(hDlg, IDC_DETAIL_HT);
@@ -286,6 +296,8 @@ static void DropCopy(CBSTRUC *lpcbstruc)
     lpcbstruc->lpSaveDevMode = nullptr;
 }
 
+// The working state becomes the record's, as custom settings. Of the ink only the low byte is
+// edited; the high one is carried.
 static void UpdatePreset(HWND hDlg, DriverDevMode *lpDM)
 {
     UIINSTANCE *lpInstance = GetDetailCB(hDlg)->lpInstance;
@@ -295,6 +307,7 @@ static void UpdatePreset(HWND hDlg, DriverDevMode *lpDM)
     lpDM->Settings.wFlags = lpInstance->wFlags;
 }
 
+// A resolution without a rule for the ink keeps the rule that the record had.
 static void OnOK(HWND hDlg, CBSTRUC *lpcbstruc)
 {
     UIINSTANCE *lpInstance = lpcbstruc->lpInstance;
@@ -331,6 +344,7 @@ static void OnHelp(HWND hDlg, CBSTRUC *lpcbstruc)
     ShowHelp(hDlg, lpcbstruc, DetailDlgHelpIDs, WM_COMMAND, 0);
 }
 
+// Every control but those of the colour rows, in the order of the dialog.
 static constexpr struct {
     WORD id, code;
     void (*run)(HWND hDlg, CBSTRUC *lpcbstruc);
@@ -385,6 +399,7 @@ static INT_PTR OnCommand(HWND hDlg, CBSTRUC *lpcbstruc, WPARAM wParam)
 
 // ---- other messages -------------------------------------------------------------------------
 
+// The dialog is painted before its buttons, so that the ink's picture is chosen when it is drawn.
 static void OnPaint(HWND hDlg, CBSTRUC *lpcbstruc)
 {
     SetColor(hDlg, lpcbstruc->lpDevMode);

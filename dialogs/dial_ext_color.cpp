@@ -20,6 +20,7 @@
 const ColorRow aColorRows[ROWS] = {COLOR_ROW(0), COLOR_ROW(1), COLOR_ROW(2),
                                    COLOR_ROW(3), COLOR_ROW(4), COLOR_ROW(5)};
 
+// The trackbars count from 0, so that their middle is the number 0.
 static constexpr int MOST = 25;
 static constexpr size_t MOST_DIGITS = 2;
 
@@ -79,6 +80,7 @@ static RECT PlaceOf(HWND hDlg, int id)
     return {rc.left - x, rc.top - y, rc.right - x, rc.bottom - y};
 }
 
+// One mark, in the middle; a click beside the thumb moves by one.
 static void SetUpBar(HWND hBar)
 {
     SendMessageA(hBar, TBM_SETRANGE, TRUE, MAKELONG(0, 2 * MOST));
@@ -100,6 +102,8 @@ void CreateTrackbars(HWND hDlg)
         SetUpBar(hBar);
 }
 
+// The last three rows from the last to the first: the order in which the fields tell of it can be
+// seen from outside, and is kept.
 void FillRows(HWND hDlg)
 {
     const UIINSTANCE *lpInstance = GetDetailCB(hDlg)->lpInstance;
@@ -111,6 +115,7 @@ void FillRows(HWND hDlg)
 
 // ---- what can be adjusted -------------------------------------------------------------------
 
+// The state is also what the sign button's look is drawn by.
 static void EnableRow(HWND hDlg, int nRow, bool bEnable)
 {
     const ColorRow &row = aColorRows[nRow];
@@ -209,6 +214,7 @@ void OnFieldLeft(HWND hDlg, int nRow)
     RedrawControl(hDlg, aColorRows[nRow].idSign);
 }
 
+// A row of 0 stays 0, and its sign becomes a plus.
 void OnSign(HWND hDlg, int nRow)
 {
     UIINSTANCE *lpInstance = GetDetailCB(hDlg)->lpInstance;

@@ -116,6 +116,8 @@ static void TakeVariant(DriverDevMode *lpDM, const UIINSTANCE *lpInstance, const
         lpDM->Settings.wFlags = WithVariant(lpDM->Settings.wFlags, *lpRes);
 }
 
+// Only here is the list of media filled anew: the resolution's name decides on it. HS is looked at
+// before the MW options, whose flags it hands to the user.
 static void AfterResolution(HWND hDlg, DriverDevMode *lpDM, const Found &found, bool)
 {
     TakeVariant(lpDM, GetDetailCB(hDlg)->lpInstance, found);
@@ -129,6 +131,7 @@ static void AfterResolution(HWND hDlg, DriverDevMode *lpDM, const Found &found, 
     CheckMirror(hDlg, lpDM, 1);
 }
 
+// Here the MW options come first, so that they are still the user's own.
 static void AfterMedia(HWND hDlg, DriverDevMode *lpDM, const Found &found, bool)
 {
     const UIINSTANCE *lpInstance = GetDetailCB(hDlg)->lpInstance;
@@ -144,6 +147,7 @@ static void AfterMedia(HWND hDlg, DriverDevMode *lpDM, const Found &found, bool)
     CheckMirror(hDlg, lpDM, 1);
 }
 
+// The rule's lock on the second option itself waits for the next change.
 static void AfterOption(HWND hDlg, DriverDevMode *lpDM, const Found &, bool)
 {
     SetHTData(hDlg, lpDM);

@@ -97,11 +97,11 @@ class Detail : public SampleTest
         const auto has = [&](char c) { return word.find(c) != std::string::npos; };
         const auto n = static_cast<int16_t>(UIInstance.dat.lpRes.size());
         const auto nName = static_cast<int16_t>(std::string("EDFSN?").find(word[0]));
-        const auto nMedia = static_cast<int16_t>(word[1] - '0');
+        const auto nMedia = static_cast<int16_t>(std::string("012").find(word[1]));
         const int nFlags = (has('H') ? RES_HS_ON : 0) | (has('h') ? RES_HS_OFF : 0) |
                            (has('O') ? RES_OPT_ON : 0) | (has('o') ? RES_OPT_OFF : 0) |
                            (has('x') ? 0x100 : 0);
-        const int16_t sFD = has('g') ? 2 : has('f') ? 1 : 0;
+        const auto sFD = static_cast<int16_t>(has('g') ? 2 : has('f'));
         UIInstance.dat.lpRes.push_back(
             {n, nMedia, nName, sFD, 0, static_cast<WORD>(nFlags), 360, 360});
         const auto wRule = static_cast<WORD>(100 + n);

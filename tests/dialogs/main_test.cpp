@@ -372,7 +372,7 @@ click 5047
 = Presentation, Ink Jet Transparencies; Fine - 720 dpi, MW On, HS Off, grey; 1027 6752
 ok)")),
               1);
-    EXPECT_EQ(out.Settings.wIndex, 39);
+    EXPECT_EQ(+out.Settings.wIndex, 39);
     EXPECT_EQ(Adjustments(out), "6 5 4 3 2 1");
 }
 
@@ -397,10 +397,10 @@ TEST_F(MainPage, MediaAndTrackbarLeaveTheAdjustmentsOfAnEarlierChoice)
         PatchWord(CFG, InCfg(0, offsetof(SettingsRecord, sAdj) + 2 * k), static_cast<int>(k) - 3);
     Start();
     EXPECT_EQ(Show(Story("choose 5040 \"Photo\"\nchoose 5079 \"Photo Paper\"\nok")), 1);
-    EXPECT_EQ(out.Settings.wIndex, 34);
+    EXPECT_EQ(+out.Settings.wIndex, 34);
     EXPECT_EQ(Adjustments(out), "2 -1 0 3 0 -4") << "of the preset chosen";
     EXPECT_EQ(ShowAgain(Story("choose 5040 \"Normal\"\nclick 5041\nslide 2147 2\nok")), 1);
-    EXPECT_EQ(out.Settings.wIndex, 1);
+    EXPECT_EQ(+out.Settings.wIndex, 1);
     EXPECT_EQ(Adjustments(out), "-3 -2 -1 0 1 2") << "of the first level";
 }
 
@@ -488,10 +488,13 @@ class MainPageInside : public SampleTest
     {
         CBSTRUC block{};
         block.hPrinter = queue->hPrinter;
-        out = in;
+        std::vector<char> bytes(1 + sizeof in);
+        auto *lpDM = reinterpret_cast<DriverDevMode *>(&bytes[1]); // odd
+        *lpDM = in;
         person.Will(std::move(steps));
-        const LONG lResult = UIEnterDevMode(&out, hModule, nullptr, 0, &block);
+        const LONG lResult = UIEnterDevMode(lpDM, hModule, nullptr, 0, &block);
         person.ExpectDone();
+        out = *lpDM;
         return lResult;
     }
 };
@@ -580,8 +583,8 @@ TEST_F(MainPageInside, ASavedSettingThatIsGoneIsCustomAndALostOneIsAutomatic)
         auto steps = row.sees;
         steps.push_back("ok");
         EXPECT_EQ(Enter(steps), 1);
-        EXPECT_EQ(out.Settings.wIndex, row.nIndex);
-        EXPECT_EQ(out.bAutoMode, row.nIndex == 0 ? 1u : 0u);
+        EXPECT_EQ(+out.Settings.wIndex, row.nIndex);
+        EXPECT_EQ(+out.bAutoMode, row.nIndex == 0 ? 1u : 0u);
     }
 }
 
@@ -597,7 +600,7 @@ TEST_F(MainPageInside, ARecordThatLeadsNowhereKeepsItsIndex)
             in.Settings.wIndex = wIndex;
             EXPECT_EQ(Enter(tryAll), 1);
             EXPECT_EQ(Enter({"ok"}), 1);
-            EXPECT_EQ(out.Settings.wIndex, wIndex);
+            EXPECT_EQ(+out.Settings.wIndex, wIndex);
         }
     in.dm.dmOrientation = 0;
     kvp::SetBoxHandler([](const kvp::Box &box) {

@@ -408,7 +408,7 @@ TEST_F(Detail, ColorTakesTheMediaCodesButtonAwayForGood)
     const auto off = Sees(IDC_DETAIL_MEDIA_CODE, "enabled", false);
     From(1, {Click(IDC_DETAIL_MEDIA_CODE), strBlack, on, strLast, strColor, on,
              Choose(IDC_DETAIL_HT, "None"), strBlack, strColor, off, strBlack, strLast, off});
-    EXPECT_EQ(dm.lMediaCode, 30);
+    EXPECT_EQ(LONG{dm.lMediaCode}, 30);
 }
 
 // ---- lists and options ------------------------------------------------------------------------
@@ -583,7 +583,7 @@ TEST_F(Detail, AJourneyThroughEveryControlEndsInTheRecord)
     EXPECT_EQ(is.bHT, 2);
     EXPECT_EQ(is.bIntent, 1);
     EXPECT_EQ(is.wRule, 18);
-    EXPECT_EQ(dm.lMediaCode, 2);
+    EXPECT_EQ(LONG{dm.lMediaCode}, 2);
     EXPECT_THAT(UIInstance.nAdjust, ElementsAre(-4, 0, 0, 25, 0, 0));
     EXPECT_EQ(UIInstance.nListState, LIST_CUSTOM);
 }

@@ -10,6 +10,7 @@ namespace kvp
 
 static constexpr DWORD DS_SETFONT = 0x40;
 static constexpr int MOST_ITEMS = 1000;
+static constexpr SHORT MOST_UNITS = 2000; // several screens; the picture of more fills the memory
 
 namespace
 {
@@ -105,7 +106,8 @@ static std::optional<DialogTemplate> ReadTemplate(Bytes bytes)
         SkipFont(reader, extended);
     for (int i = 0; i < items && reader.whole && i < MOST_ITEMS; ++i)
         shape.items.push_back(ReadItem(reader, extended));
-    if (!reader.whole || shape.cx < 0 || shape.cy < 0)
+    if (!reader.whole || shape.cx < 0 || shape.cy < 0 || shape.cx > MOST_UNITS ||
+        shape.cy > MOST_UNITS)
         return std::nullopt;
     return shape;
 }

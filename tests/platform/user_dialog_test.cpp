@@ -4,9 +4,10 @@
 
 using Dialogs = UserTest;
 
-TEST_F(Dialogs, AreMissingWithoutATemplate)
+TEST_F(Dialogs, AreMissingWithoutATemplateOrWithOneOfNoScreen)
 {
     EXPECT_EQ(Dialog(999), -1);
+    EXPECT_EQ(Dialog(IDD_HUGE), -1) << "its picture would fill the memory";
     EXPECT_THAT(Taken(), IsEmpty());
 }
 

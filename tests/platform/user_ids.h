@@ -7,6 +7,7 @@
 #define IDD_THIRD 102
 #define IDD_PLAIN 111
 #define IDD_EXTENDED 112
+#define IDD_HUGE 113
 
 #define IDC_MODE 200
 #define IDC_AUTO 201

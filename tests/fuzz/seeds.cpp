@@ -1,11 +1,12 @@
 // Writes what the fuzz targets start from, made of the sample models and of models made in code.
 //
-//   kv_fuzz_seeds SAMPLE-SOURCES SAMPLE-ROOT OUTPUT
+//   kv_fuzz_seeds SAMPLE-SOURCES SAMPLE-ROOT DRIVER-RESOURCES OUTPUT
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 
-#include "tests/fuzz/fuzz.h"
+#include "platform/resource/pe.h"
+#include "tests/fuzz/windows.h"
 #include "tests/support/large_model.h"
 
 namespace fs = std::filesystem;
@@ -77,6 +78,41 @@ void WriteRecords(const DriverDevMode &record)
         }
 }
 
+constexpr size_t MOST_PICTURE = 8192; // bytes; larger ones teach a fuzzer nothing
+
+// Dialogs and pictures of a library, in English or of no language.
+void WriteResources(const std::string &name, const Bytes &file)
+{
+    kvp::PeFile pe;
+    if (!kvp::OpenPe(file, pe))
+        return;
+    const auto find = [&](uint16_t type, uint16_t id) {
+        const auto found = kvp::FindInPe(pe, type, id, 0x0409);
+        return Bytes(found.begin(), found.end());
+    };
+    for (uint16_t id = 1; id < 0x8000; ++id) {
+        const std::string numbered = name + "-" + std::to_string(id);
+        if (const Bytes dialog = find(TYPE_DIALOG, id); !dialog.empty())
+            Write("dialog", numbered, dialog);
+        const Bytes bitmap = find(TYPE_BITMAP, id), group = find(TYPE_ICONS, id);
+        if (!bitmap.empty() && bitmap.size() <= MOST_PICTURE)
+            Write("picture", numbered, Joined({{0}, bitmap}));
+        if (group.size() < 20)
+            continue;
+        Bytes renumbered = group; // the target has only one icon
+        renumbered[18] = ONE, renumbered[19] = 0;
+        const auto icon = static_cast<uint16_t>(group[18] | group[19] << 8);
+        Write("picture", "icon-" + numbered,
+              Joined({{1}, LengthOf(group), renumbered, find(TYPE_ICON, icon)}));
+    }
+}
+
+void WriteLibrary(const fs::path &path)
+{
+    Write("resource", path.filename().string(), ReadFile(path));
+    WriteResources(path.stem().string(), ReadFile(path));
+}
+
 void WriteSamples(const fs::path &sources, const fs::path &root)
 {
     for (const auto &entry : fs::recursive_directory_iterator(sources))
@@ -94,7 +130,9 @@ void WriteSamples(const fs::path &sources, const fs::path &root)
         else if (path.extension() == ".dat")
             WriteModel(path.stem().string(), ReadFile(path), ReadFile(cfg), {});
         else if (path.extension() == ".DLL")
-            Write("resource", path.filename().string(), ReadFile(path));
+            WriteLibrary(path);
+        else if (path.extension() == ".HLP")
+            Write("help", path.filename().string(), ReadFile(path));
     }
 }
 
@@ -102,10 +140,12 @@ void WriteSamples(const fs::path &sources, const fs::path &root)
 
 int main(int argc, char **argv)
 {
-    if (argc != 4)
+    if (argc != 5)
         return 2;
-    g_output = argv[3];
+    g_output = argv[4];
     WriteSamples(argv[1], argv[2]);
+    WriteResources("driver", ReadFile(argv[3]));
+    Write("dialog", "plain", PlainDialog());
     const Model small = SmallModel(), large = LargeModel();
     WriteModel("small", small.Dat(), small.Cfg(), small.Ucf());
     WriteModel("large", large.Dat(), large.Cfg(), large.Ucf());

@@ -7,23 +7,12 @@
 
 #include "platform/host.h"
 #include "tests/support/machine.h"
+#include "tools/kvmodel/append.h"
 
 namespace
 {
 
-template <class Record>
-void Append(Bytes &bytes, const Record &record)
-{
-    const auto *from = reinterpret_cast<const uint8_t *>(&record);
-    std::copy(from, from + sizeof(Record), std::back_inserter(bytes));
-}
-
-template <class Record>
-void Append(Bytes &bytes, const std::vector<Record> &records)
-{
-    for (const Record &record : records)
-        Append(bytes, record);
-}
+using kvm::Append;
 
 PaperRecord Paper(int16_t id, int16_t width, int16_t length, int16_t preferred, int16_t mask)
 {

@@ -5,31 +5,13 @@
 
 #include <fmt/format.h>
 
+#include "tools/kvmodel/append.h"
 #include "tools/kvmodel/model.h"
 
 namespace kvm
 {
 namespace
 {
-
-template <class Record>
-void Append(Bytes &bytes, const Record &record)
-{
-    const auto *from = reinterpret_cast<const uint8_t *>(&record);
-    std::copy(from, from + sizeof(Record), std::back_inserter(bytes));
-}
-
-template <class Record>
-void Append(Bytes &bytes, const std::vector<Record> &records)
-{
-    for (const Record &record : records)
-        Append(bytes, record);
-}
-
-void Append(Bytes &bytes, const Bytes &more)
-{
-    bytes.insert(bytes.end(), more.begin(), more.end());
-}
 
 template <class Record>
 uint16_t CountOf(const std::vector<Record> &records)

@@ -19,6 +19,7 @@
 
 #include <fmt/format.h>
 
+#include "platform/kernel/errors.h"
 #include "platform/kernel/internal.h"
 #include "platform/resource/elf.h"
 #include "platform/resource/pe.h"
@@ -30,13 +31,6 @@ namespace kvp
 
 namespace
 {
-
-constexpr DWORD ERROR_INVALID_HANDLE = 6;
-constexpr DWORD ERROR_NOT_ENOUGH_MEMORY = 8;
-constexpr DWORD ERROR_MOD_NOT_FOUND = 126;
-constexpr DWORD ERROR_PROC_NOT_FOUND = 127;
-constexpr DWORD ERROR_BAD_EXE_FORMAT = 193;
-constexpr DWORD ERROR_DLL_INIT_FAILED = 1114;
 
 constexpr DWORD PROCESS_DETACH = 0;
 constexpr DWORD PROCESS_ATTACH = 1;

@@ -2,6 +2,7 @@
 #include <cstring>
 #include <span>
 
+#include "platform/kernel/errors.h"
 #include "platform/kernel/internal.h"
 #include "platform/spooler/printers.h"
 

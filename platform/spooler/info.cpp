@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/kernel/errors.h"
 #include "platform/kernel/internal.h"
 #include "platform/spooler/printers.h"
 

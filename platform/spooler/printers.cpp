@@ -1,6 +1,7 @@
 // Opening and closing printers. A handle is a number that is never given out again, so that a
 // closed or invented one is told from an open one without touching memory.
 #include "platform/spooler/printers.h"
+#include "platform/kernel/errors.h"
 
 #include <mutex>
 #include <unordered_map>

@@ -10,13 +10,6 @@
 namespace kvp
 {
 
-constexpr DWORD ERROR_FILE_NOT_FOUND = 2;
-constexpr DWORD ERROR_INVALID_HANDLE = 6;
-constexpr DWORD ERROR_INVALID_LEVEL = 124;
-constexpr DWORD ERROR_MORE_DATA = 234;
-constexpr DWORD ERROR_INVALID_PRINTER_NAME = 1801;
-constexpr DWORD ERROR_INVALID_ENVIRONMENT = 1805;
-
 // An open printer keeps the store it was opened in, also after the machine has changed.
 struct Printer {
     std::shared_ptr<Store> store;

@@ -1,6 +1,7 @@
 // The spooler's administration: printers added, removed and listed, and their default records.
 #include <fmt/format.h>
 
+#include "platform/kernel/errors.h"
 #include "platform/kernel/internal.h"
 #include "platform/spooler/store.h"
 
@@ -9,7 +10,6 @@ namespace kvp
 
 namespace
 {
-constexpr DWORD ERROR_INVALID_PRINTER_NAME = 1801;
 constexpr size_t LONGEST_NAME = 220;          // characters
 constexpr size_t LARGEST_RECORD = 2 * 0xFFFF; // its two sizes are 16 bits each
 

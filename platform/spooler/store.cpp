@@ -9,6 +9,7 @@
 
 #include <fmt/format.h>
 
+#include "platform/kernel/errors.h"
 #include "platform/kernel/internal.h"
 #include "platform/kernel/names.h"
 
@@ -17,10 +18,6 @@ namespace kvp
 
 namespace
 {
-constexpr DWORD ERROR_GEN_FAILURE = 31;
-constexpr DWORD ERROR_BUSY = 170;
-constexpr DWORD ERROR_BADDB = 1009;
-
 constexpr int STORE_ID = 0x4B565350; // marks the file as a printer store
 constexpr int STORE_VERSION = 1;
 constexpr int BUSY_TRIES = 10000; // how often a process asks again while others use the store

@@ -186,6 +186,12 @@ static bool ReadOpenUcf(FileReader *lpFile, const CfgHeader &cfg,
     return !lpFile->bShort;
 }
 
+static bool IsEmpty(HFILE hFile)
+{
+    BYTE bFirst;
+    return _llseek(hFile, 0, FILE_BEGIN) == 0 && _lread(hFile, &bFirst, sizeof bFirst) == 0;
+}
+
 UserFileState ReadUcf(LPCSTR lpName, const CfgHeader &cfg, std::span<SettingsRecord> settings,
                       std::span<UserPaperRecord> papers)
 {
@@ -196,7 +202,10 @@ UserFileState ReadUcf(LPCSTR lpName, const CfgHeader &cfg, std::span<SettingsRec
     if (!OpenReader(lpName, &file))
         return UserFileState::NotOpened;
     const bool bRead = ReadOpenUcf(&file, cfg, settings, papers);
+    const bool bEmpty = !bRead && IsEmpty(file.hFile);
     CloseReader(&file);
+    if (bEmpty)
+        return UserFileState::Missing;
     return bRead ? UserFileState::Read : UserFileState::OtherVersion;
 }
 

@@ -90,7 +90,9 @@ constexpr DWORD AllSettings(const CfgHeader &header)
 FileState ReadCfg(LPCSTR lpName, Versions versions, CfgHeader *lpHeader,
                   std::vector<SettingsRecord> *lpSettings);
 
-// A user's file that is shorter than the capacities say is one of another version.
+// A user's file that is shorter than the capacities say is one of another version. An empty one is
+// a missing one: saving creates it before it fills it, so that is what a first save leaves which
+// fails or is cut short. Nothing was ever saved there, and nothing is lost.
 enum class UserFileState { Missing, NotOpened, OtherVersion, Read };
 // Reads the user slots (capacities of the .cfg) into settings and, unless empty, papers. Slots of
 // a file that is not read stay as they are, but for one that fails on the way: zeros.

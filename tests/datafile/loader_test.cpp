@@ -218,8 +218,9 @@ TEST_F(LoaderTest, AShortUserFileFreesTheSlotsAndTheLoadGoesOn)
         SCOPED_TRACE(n);
         PutUcf(FirstBytes(ucf, n));
         EXPECT_TRUE(Get_DATFile(&dm));
-        EXPECT_THAT(BoxesShown(), ElementsAre(UCF_VERSION_ERROR));
-        ExpectFreeSlots(true);
+        // An empty one is as good as none.
+        EXPECT_EQ(BoxesShown(), std::vector<std::string>(n > 0 ? 1 : 0, UCF_VERSION_ERROR));
+        ExpectFreeSlots(n > 0);
         Free_DATFile(&dm);
     }
 }

@@ -272,16 +272,18 @@ TEST_F(DefaultsTest, AUserSlotAsDefaultDependsOnTheUsersFile)
     EXPECT_THAT(BoxesShown(), IsEmpty());
 
     const Bytes ucf = model.Ucf();
-    for (size_t n = 0; n < ucf.size(); ++n) {
+    for (size_t n = 1; n < ucf.size(); ++n) {
         PutUcf(FirstBytes(ucf, n));
         EXPECT_TRUE(Defaults());
         EXPECT_EQ(BytesOf(dm.Settings), BytesOf(SettingsRecord{})) << n;
         EXPECT_THAT(BoxesShown(), ElementsAre(UCF_VERSION_ERROR)) << n;
     }
-    kvp::PutAbsentFile(UcfPath());
-    EXPECT_TRUE(Defaults());
-    EXPECT_EQ(BytesOf(dm.Settings), BytesOf(freeSlot));
-    EXPECT_THAT(BoxesShown(), IsEmpty());
+    for (const bool bEmpty : {true, false}) {
+        bEmpty ? PutUcf({}) : kvp::PutAbsentFile(UcfPath());
+        EXPECT_TRUE(Defaults());
+        EXPECT_EQ(BytesOf(dm.Settings), BytesOf(freeSlot)) << bEmpty;
+        EXPECT_THAT(BoxesShown(), IsEmpty()) << bEmpty;
+    }
 }
 
 TEST_F(DefaultsTest, NothingIsWrittenUnlessBothFilesAreWhole)

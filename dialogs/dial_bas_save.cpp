@@ -71,7 +71,8 @@ static INT_PTR OnNameTyped(HWND hDlg)
     }
     EnableButtons(hDlg, {IDC_SAVE_SAVE}, true);
     // Putting the cut name back comes here once more, where what is left of it may prove to be
-    // one that cannot be saved.
+    // one that cannot be saved. Where the cut has split a character of another code page, the
+    // field shows something else for its half, but never a longer name, so that this ends.
     if (CutName(&strName, NAME_SIZE))
         PutCutName(hDlg, IDC_SAVE_NAME, strName);
     EnableButtons(hDlg, {IDC_SAVE_DELETE}, FindSetting(lpInstance, strName) != nullptr);
@@ -126,7 +127,7 @@ static void RemoveSlot(UIINSTANCE *lpInstance, SettingsRecord *lpSlot)
     const auto used = UserSettings(lpInstance);
     const auto later = used.subspan(static_cast<size_t>(lpSlot - used.data()));
     std::move(later.begin() + 1, later.end(), later.begin());
-    NumberSlots(lpInstance, later);
+    NumberSlots(lpInstance, later.first(later.size() - 1));
     used.back().wState = STATE_FREE;
     lpInstance->dat.nUserUsed--;
 }

@@ -97,8 +97,8 @@ static constexpr WORD COLLATE_RULE = 0x00F;
 static constexpr int USERS_CHOICE = -1;
 static constexpr struct {
     int nCollate;
-    BOOL bEnabled;
-} aCollateRules[] = {{USERS_CHOICE, TRUE}, {1, TRUE}, {0, TRUE}, {1, FALSE}, {0, FALSE}};
+    bool bEnabled;
+} aCollateRules[] = {{USERS_CHOICE, true}, {1, true}, {0, true}, {1, false}, {0, false}};
 
 static void SetCollate(HWND hDlg, DriverDevMode *lpDM, bool bCollate)
 {
@@ -114,7 +114,7 @@ static void CheckCollate(HWND hDlg, DriverDevMode *lpDM, const BinRecord &bin)
         return;
     if (aCollateRules[nRule].nCollate != USERS_CHOICE)
         SetCollate(hDlg, lpDM, aCollateRules[nRule].nCollate != 0);
-    EnableWindow(GetDlgItem(hDlg, IDC_PAPER_COLLATE), aCollateRules[nRule].bEnabled);
+    EnableControl(hDlg, IDC_PAPER_COLLATE, aCollateRules[nRule].bEnabled);
 }
 
 static void CheckArea(HWND hDlg, DriverDevMode *lpDM, const BinRecord &bin)
@@ -128,7 +128,7 @@ static void CheckArea(HWND hDlg, DriverDevMode *lpDM, const BinRecord &bin)
         SetPaperBmp(hDlg, lpDM);
     }
     for (const int id : {IDC_PAPER_MAXIMUM, IDC_PAPER_CENTERED})
-        EnableWindow(GetDlgItem(hDlg, id), wRule < AREA_FORCE_CENTRED);
+        EnableControl(hDlg, id, wRule < AREA_FORCE_CENTRED);
 }
 
 void CheckBin(HWND hDlg, DriverDevMode *lpDM)

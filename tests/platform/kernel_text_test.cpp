@@ -73,6 +73,21 @@ TEST_F(KernelText, EveryByteOfASingleBytePageComesBack)
     }
 }
 
+// Who cuts texts anywhere and puts them back until they fit, counts on it.
+TEST_F(KernelText, NoTextGrowsOnItsWayThere)
+{
+    for (const UINT uPage : {932, 936, 949, 950}) {
+        UsePage(uPage);
+        for (int nLead = 0x80; nLead <= 0xFF; ++nLead) {
+            const std::string half{'a', static_cast<char>(nLead)};
+            EXPECT_EQ(Ansi(Wide(half)).size(), 2u) << uPage << ' ' << nLead;
+            for (int nTrail = 1; nTrail <= 0xFF; ++nTrail)
+                ASSERT_LE(Ansi(Wide(half + static_cast<char>(nTrail))).size(), 3u)
+                    << uPage << ' ' << nLead << ' ' << nTrail;
+        }
+    }
+}
+
 TEST_F(KernelText, WhatCannotBeMappedBecomesAQuestionMark)
 {
     static const struct {

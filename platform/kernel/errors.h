@@ -1,4 +1,5 @@
-// Error numbers that the layer sets, beyond those that the driver asks for, and the way from the host's errno to them.
+// Error numbers that the layer sets, beyond those that the driver asks for, and the way from the
+// host's errno to them.
 #ifndef KV_PLATFORM_KERNEL_ERRORS_H
 #define KV_PLATFORM_KERNEL_ERRORS_H
 

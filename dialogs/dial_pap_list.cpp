@@ -99,7 +99,7 @@ static void SelectCurrent(HWND hDlg, const DriverDevMode *lpDM, int nListedPaper
 {
     const DatFile &dat = TablesOf(hDlg);
     const int64_t nSlot = int64_t{lpDM->nPaper} - dat.nPapers;
-    if (nSlot >= int64_t{dat.nUserPaperUsed}) // none of the list, and a free slot has no name
+    if (nSlot >= int64_t{dat.nUserPaperUsed}) // a free slot, which is not listed
         return;
     SelectText(hDlg, IDC_PAPER_SIZE, NameOfIndex(hDlg, lpDM->nPaper).c_str(),
                nSlot < 0 ? -1 : nListedPapers + nSlot - 1);

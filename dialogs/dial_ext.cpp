@@ -120,7 +120,7 @@ static void TakeInk(HWND hDlg, CBSTRUC *lpcbstruc, const Ink &ink)
 {
     DriverDevMode *lpDM = lpcbstruc->lpDevMode;
     CheckRadioButton(hDlg, IDC_DETAIL_BLACK, IDC_DETAIL_COLOR, ink.idButton);
-    lpDM->Settings.wInk = ink.bInk;
+    PutInk(&lpDM->Settings, ink.bInk);
     lpcbstruc->lpInstance->bInk = ink.bInk;
     lpDM->dm.dmColor = ink.sColor;
     lpDM->Settings.wInkCode = ink.wInkCode;
@@ -296,13 +296,12 @@ static void DropCopy(CBSTRUC *lpcbstruc)
     lpcbstruc->lpSaveDevMode = nullptr;
 }
 
-// The working state becomes the record's, as custom settings. Of the ink only the low byte is
-// edited; the high one is carried.
+// The working state becomes the record's, as custom settings.
 static void UpdatePreset(HWND hDlg, DriverDevMode *lpDM)
 {
     UIINSTANCE *lpInstance = GetDetailCB(hDlg)->lpInstance;
     lpInstance->nListState = LIST_CUSTOM;
-    lpDM->Settings.wInk = static_cast<WORD>((lpDM->Settings.wInk & 0xFF00) | lpInstance->bInk);
+    PutInk(&lpDM->Settings, lpInstance->bInk);
     lpDM->Settings.bHT = lpInstance->bHT;
     lpDM->Settings.wFlags = lpInstance->wFlags;
 }

@@ -42,6 +42,11 @@ std::string SettingName(const SettingsRecord &record)
     return {record.szName, strnlen(record.szName, sizeof record.szName)};
 }
 
+void PutInk(SettingsRecord *lpRecord, uint8_t bInk)
+{
+    lpRecord->wInk = static_cast<uint16_t>((lpRecord->wInk & 0xFF00) | bInk);
+}
+
 void TakeRecord(UIINSTANCE *lpInstance, const SettingsRecord &record)
 {
     lpInstance->bInk = static_cast<uint8_t>(record.wInk);

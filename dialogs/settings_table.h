@@ -26,6 +26,8 @@ std::span<SettingsRecord> UserSettings(UIINSTANCE *lpInstance);
 // What a user's setting is called: at most 16 bytes.
 std::string SettingName(const SettingsRecord &record);
 
+// Of a record's ink the pages read and write the low byte; the high one is carried.
+void PutInk(SettingsRecord *lpRecord, uint8_t bInk);
 // Ink, HT and options become those being edited.
 void TakeRecord(UIINSTANCE *lpInstance, const SettingsRecord &record);
 // Colour adjustments, the last three of which are worked on negated.

@@ -382,6 +382,7 @@ TEST_F(Detail, AnOptionLeavesTheListsAndOnlyAMediaTheRecordsMedia)
 TEST_F(Detail, ANewInkBringsItsRecordItsResolutionAndItsPicture)
 {
     Make("F0c N0 F1");
+    dm.Settings.wInk = 0x4701;                  // the high byte is nobody's
     EXPECT_EQ(From(0, {Click(IDC_DETAIL_COLOR), // nothing: it is colour
                        Sees(IDC_DETAIL_INK_PICTURE, "picture", PICTURE_INK_COLOR),
                        Click(IDC_DETAIL_BLACK),
@@ -391,12 +392,12 @@ TEST_F(Detail, ANewInkBringsItsRecordItsResolutionAndItsPicture)
               2);
     const SettingsRecord black = dm.Settings;
     EXPECT_THAT((std::array{int{black.wInk}, int{black.wInkCode}, int{dm.dm.dmColor}}),
-                ElementsAre(0, 3, 1));
+                ElementsAre(0x4700, 3, 1));
     EXPECT_EQ(black.wRule, 102);
     EXPECT_EQ(From(2, {Click(IDC_DETAIL_COLOR)}), 2) << "it takes both";
     const SettingsRecord color = dm.Settings;
     EXPECT_THAT((std::array{int{color.wInk}, int{color.wInkCode}, int{dm.dm.dmColor}}),
-                ElementsAre(1, 6, 2));
+                ElementsAre(0x4701, 6, 2));
 }
 
 TEST_F(Detail, ColorTakesTheMediaCodesButtonAwayForGood)

@@ -307,7 +307,6 @@ constexpr int SM_CYDLGFRAME = 8;
 constexpr int SM_CXFRAME = 32;
 KV_IMPORT BOOL WINAPI IsWindowEnabled(HWND hWnd);
 KV_IMPORT BOOL WINAPI ShowWindow(HWND hWnd, int nCmdShow);
-KV_IMPORT HWND WINAPI SetFocus(HWND hWnd);
 KV_IMPORT BOOL WINAPI GetClientRect(HWND hWnd, RECT *lpRect);
 KV_IMPORT BOOL WINAPI GetWindowRect(HWND hWnd, RECT *lpRect); // on the screen
 // Null stands for the whole window. Children inside become invalid too, the parent does not.
@@ -354,10 +353,6 @@ struct DRAWITEMSTRUCT {
 constexpr UINT WM_GETFONT = 0x0031;
 constexpr UINT WM_HSCROLL = 0x0114;
 constexpr UINT WM_VSCROLL = 0x0115;
-constexpr UINT WM_CTLCOLORMSGBOX = 0x0132;
-constexpr UINT WM_CTLCOLORLISTBOX = 0x0134;
-constexpr UINT WM_CTLCOLORSCROLLBAR = 0x0137;
-constexpr UINT ODT_LISTBOX = 2;
 constexpr UINT ODT_COMBOBOX = 3;
 constexpr UINT ODS_DISABLED = 0x0004;
 constexpr UINT ODS_COMBOBOXEDIT = 0x1000; // a combo box's selection field, not its list
@@ -380,7 +375,6 @@ constexpr WORD CBN_SELCHANGE = 1;
 constexpr WORD CBN_DROPDOWN = 7;
 constexpr WORD CBN_CLOSEUP = 8;
 constexpr WORD CBN_SELENDOK = 9;
-constexpr WORD CBN_SELENDCANCEL = 10;
 constexpr int CB_ERR = -1;
 constexpr UINT CB_GETCOUNT = 0x0146;
 constexpr UINT CB_GETCURSEL = 0x0147;
@@ -393,7 +387,6 @@ constexpr UINT CB_SETCURSEL = 0x014E;
 constexpr UINT CB_GETITEMDATA = 0x0150;
 constexpr UINT CB_SETITEMDATA = 0x0151;
 constexpr UINT CB_GETDROPPEDSTATE = 0x0157;
-constexpr UINT CB_FINDSTRINGEXACT = 0x0158; // the whole text, ignoring case
 constexpr WORD LBN_SELCHANGE = 1;
 constexpr int LB_ERR = -1;
 constexpr UINT LB_INSERTSTRING = 0x0181;
@@ -405,7 +398,6 @@ constexpr UINT LB_GETITEMDATA = 0x0199;
 constexpr UINT LB_SETITEMDATA = 0x019A;
 constexpr int SB_LINEUP = 0;
 constexpr int SB_LINEDOWN = 1;
-constexpr int SB_ENDSCROLL = 8;
 constexpr UINT TBM_GETPOS = 0x0400;
 constexpr UINT TBM_SETTIC = 0x0404;
 constexpr UINT TBM_SETPOS = 0x0405;
@@ -460,8 +452,6 @@ struct PROPSHEETHEADERA {
 // Modal. 1 after OK, 0 after Cancel, -1 when it cannot be shown. A page's WM_INITDIALOG gets its
 // PROPSHEETPAGEA as lParam.
 KV_IMPORT INT_PTR WINAPI PropertySheetA(const PROPSHEETHEADERA *lppsph);
-constexpr LONG PSNRET_NOERROR = 0;
-constexpr LONG PSNRET_INVALID = 1; // the sheet stays open, on the page that said so
 
 // ---------------------------------------------------------------------------------------------
 // user: help
@@ -521,9 +511,7 @@ KV_IMPORT HGDIOBJ WINAPI SelectObject(HDC hdc, HGDIOBJ h);
 KV_IMPORT BOOL WINAPI DeleteObject(HGDIOBJ ho);
 KV_IMPORT BOOL WINAPI UnrealizeObject(HGDIOBJ h);
 KV_IMPORT BOOL WINAPI SetBrushOrgEx(HDC hdc, int x, int y, POINT *lppt);
-constexpr int WHITE_BRUSH = 0;
 constexpr int SYSTEM_FONT = 13;
-constexpr int PS_SOLID = 0;
 constexpr int PS_DOT = 2;
 KV_IMPORT HPEN WINAPI CreatePen(int iStyle, int cWidth, COLORREF color);
 KV_IMPORT HRGN WINAPI CreateRectRgnIndirect(const RECT *lprect);
@@ -558,7 +546,6 @@ KV_IMPORT BOOL WINAPI BitBlt(HDC hdc, int x, int y, int cx, int cy, HDC hdcSrc, 
                              DWORD rop);
 KV_IMPORT BOOL WINAPI StretchBlt(HDC hdcDest, int xDest, int yDest, int wDest, int hDest,
                                  HDC hdcSrc, int xSrc, int ySrc, int wSrc, int hSrc, DWORD rop);
-constexpr int OPAQUE = 2;
 constexpr UINT ETO_OPAQUE = 2;
 constexpr UINT ETO_CLIPPED = 4;
 constexpr int COLOR_WINDOW = 5;

@@ -2,7 +2,7 @@
 #include <cstdlib>
 
 #include "platform/gdi/gdi.h"
-#include "platform/win32.h"
+#include "platform/served.h"
 
 namespace kvp
 {

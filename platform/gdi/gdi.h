@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "platform/gdi/surface.h"
-#include "platform/win32.h"
+#include "platform/served.h"
 
 namespace kvp
 {

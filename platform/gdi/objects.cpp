@@ -7,7 +7,7 @@
 #include "platform/gdi/gdi.h"
 #include "platform/host.h"
 #include "platform/kernel/internal.h"
-#include "platform/win32.h"
+#include "platform/served.h"
 
 namespace kvp
 {

@@ -3,7 +3,7 @@
 
 #include "platform/gdi/gdi.h"
 #include "platform/kernel/internal.h"
-#include "platform/win32.h"
+#include "platform/served.h"
 
 using namespace kvp;
 

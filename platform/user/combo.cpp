@@ -1,7 +1,7 @@
 // The field of a drop-down list: its messages, its keys, and the notices in their order. Whoever is
 // notified may empty and refill the list, so nothing known before a notice is used after it.
 #include "platform/user/combo.h"
-#include "platform/win32.h"
+#include "platform/served.h"
 
 #include <algorithm>
 

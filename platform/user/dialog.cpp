@@ -3,10 +3,10 @@
 
 #include <algorithm>
 
+#include "platform/served.h"
 #include "platform/user/button.h"
 #include "platform/user/static.h"
 #include "platform/user/transcript.h"
-#include "platform/win32.h"
 
 namespace kvp
 {

@@ -2,8 +2,8 @@
 #include <algorithm>
 
 #include "platform/display/display.h"
+#include "platform/served.h"
 #include "platform/user/combo.h"
-#include "platform/win32.h"
 
 namespace kvp
 {

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "platform/host.h"
-#include "platform/win32.h"
+#include "platform/served.h"
 #include "platform/user/dialog.h"
 #include "platform/user/window.h"
 

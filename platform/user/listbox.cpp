@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "platform/win32.h"
+#include "platform/served.h"
 
 namespace kvp
 {

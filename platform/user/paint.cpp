@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "platform/host.h"
+#include "platform/served.h"
 #include "platform/user/window.h"
-#include "platform/win32.h"
 
 namespace kvp
 {

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "platform/win32.h"
+#include "platform/served.h"
 #include "platform/user/scroll.h"
 
 namespace kvp

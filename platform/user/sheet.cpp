@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "platform/kernel/internal.h"
-#include "platform/win32.h"
+#include "platform/served.h"
 #include "platform/user/button.h"
 #include "platform/user/systext.h"
 #include "platform/user/transcript.h"

@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/win32.h"
+#include "platform/served.h"
 #include "platform/user/scrollbar.h"
 
 namespace kvp

@@ -4,7 +4,7 @@
 
 #include "base/modeltable.h"
 #include "dialogs/helpers.h"
-#include "platform/win32.h"
+#include "platform/served.h"
 #include "tests/dialogs/dialogs_fixture.h"
 
 namespace

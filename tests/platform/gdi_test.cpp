@@ -1,5 +1,5 @@
 // Drawing: objects and who holds them, pictures of every depth, lines, frames, text.
-#include "platform/win32.h"
+#include "platform/served.h"
 #include "tests/platform/user_fixture.h"
 
 // A memory context with a picture of 7 by 4 to draw on.

@@ -1,5 +1,5 @@
 // Drop-down lists: the order of notices, what is selected at each, and the searches.
-#include "platform/win32.h"
+#include "platform/served.h"
 #include "tests/platform/user_fixture.h"
 
 class Combo : public UserTest

@@ -1,5 +1,5 @@
 // Single controls: what they tell their dialog, in which order, by hand and by program.
-#include "platform/win32.h"
+#include "platform/served.h"
 #include "tests/platform/user_fixture.h"
 
 using Controls = UserTest;

@@ -1,5 +1,5 @@
 // Dialogs: templates, results of procedures, the keyboard, painting and its order.
-#include "platform/win32.h"
+#include "platform/served.h"
 #include "tests/platform/user_fixture.h"
 
 using Dialogs = UserTest;

@@ -1,5 +1,5 @@
 #include "tests/platform/user_fixture.h"
-#include "platform/win32.h"
+#include "platform/served.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // The property sheet: when pages are made and what they are told.
-#include "platform/win32.h"
+#include "platform/served.h"
 #include "tests/platform/user_fixture.h"
 
 class SheetTest : public UserTest

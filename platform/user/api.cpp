@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "platform/kernel/internal.h"
-#include "platform/win32.h"
 #include "platform/user/button.h"
 #include "platform/user/dialog.h"
+#include "platform/win32.h"
 
 using namespace kvp;
 

@@ -2,8 +2,8 @@
 #ifndef KV_PLATFORM_USER_BUTTON_H
 #define KV_PLATFORM_USER_BUTTON_H
 
-#include "platform/win32.h"
 #include "platform/user/window.h"
+#include "platform/win32.h"
 
 namespace kvp
 {

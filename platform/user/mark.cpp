@@ -1,6 +1,6 @@
 // Check boxes and radio buttons: the mark at the left, the text beside it.
-#include "platform/win32.h"
 #include "platform/user/button.h"
+#include "platform/win32.h"
 
 namespace kvp
 {

@@ -1,7 +1,7 @@
 // The owner-drawn button: its parent draws it, at once when it is pressed or gains or loses the
 // focus.
-#include "platform/win32.h"
 #include "platform/user/button.h"
+#include "platform/win32.h"
 
 namespace kvp
 {

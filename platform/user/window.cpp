@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "platform/win32.h"
 #include "platform/user/window.h"
+#include "platform/win32.h"
 
 namespace kvp
 {

@@ -49,7 +49,7 @@ static void ListPresets(HWND hDlg, UIINSTANCE *lpInstance)
 // The newest is the first slot and the last item.
 static void FillList(HWND hDlg, UIINSTANCE *lpInstance)
 {
-    SendDlgItemMessageA(hDlg, IDC_MAIN_SETTINGS, CB_RESETCONTENT, 0, 0);
+    EmptyList(hDlg, IDC_MAIN_SETTINGS);
     ListPresets(hDlg, lpInstance);
     const auto saved = UserSettings(lpInstance);
     for (size_t k = saved.size(); k-- > 0;)

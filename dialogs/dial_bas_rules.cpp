@@ -290,7 +290,7 @@ void remarkmedres(LONG *lpLevel, LONG *lpValue, LONG lLevel, LONG lValue)
     *lpValue = lValue;
 }
 
-static void TakeResolution(DriverDevMode *lpDM, UIINSTANCE *lpInstance, LONG lRes)
+void TakeResolution(DriverDevMode *lpDM, UIINSTANCE *lpInstance, LONG lRes)
 {
     lpDM->Settings.wResolution = static_cast<int16_t>(lRes);
     lpInstance->nCurRes = lRes;
@@ -354,11 +354,6 @@ LONG GetMedRes(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstance, LPCSTR lp
 }
 
 // ---- lists of media ---------------------------------------------------------------------------
-
-static void EmptyList(HWND hDlg, int idCombo)
-{
-    SendDlgItemMessageA(hDlg, idCombo, CB_RESETCONTENT, 0, 0);
-}
 
 // The first item behind nAfter that begins with the name, ignoring case.
 static LRESULT FindItem(HWND hDlg, int idCombo, const std::string &strName, LRESULT nAfter)

@@ -7,11 +7,6 @@
 #include "resources/pictures.h"
 #include "resources/text_ids.h"
 
-static void EmptyList(HWND hDlg, int idCombo)
-{
-    SendDlgItemMessageA(hDlg, idCombo, CB_RESETCONTENT, 0, 0);
-}
-
 // ---- resolution -----------------------------------------------------------------------------
 
 // The selection is the list's own: a name that begins with the resolution's may stand before it.

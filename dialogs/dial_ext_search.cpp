@@ -245,12 +245,6 @@ static Found FindBest(const Search &search, const Trigger &trigger)
 
 // ---- entries --------------------------------------------------------------------------------
 
-static void TakeResolution(DriverDevMode *lpDM, UIINSTANCE *lpInstance, LONG lRes)
-{
-    lpDM->Settings.wResolution = static_cast<int16_t>(lRes);
-    lpInstance->nCurRes = lRes;
-}
-
 void ChooseResolution(HWND hDlg, DriverDevMode *lpDM, WORD idChanged)
 {
     UIINSTANCE *lpInstance = GetDetailCB(hDlg)->lpInstance;

@@ -38,11 +38,6 @@ static std::string NameOfIndex(HWND hDlg, int64_t nIndex)
 
 // ---- filling --------------------------------------------------------------------------------
 
-static void EmptyList(HWND hDlg, int idCombo)
-{
-    SendDlgItemMessageA(hDlg, idCombo, CB_RESETCONTENT, 0, 0);
-}
-
 // Appends the model's papers that a source of the mask feeds; one with the record's identifier
 // becomes the current paper.
 struct Listed {

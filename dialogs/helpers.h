@@ -108,6 +108,7 @@ void PutCutName(HWND hDlg, int id, const std::string &strName);
 
 // ---- drop-down lists and list boxes ----------------------------------------------------------
 
+void EmptyList(HWND hDlg, int idCombo);
 // Appends, also to a list of sorted style. Its position.
 LRESULT AppendItem(HWND hDlg, int idCombo, LPCSTR lpText, LPARAM lData);
 LRESULT AppendListItem(HWND hDlg, int idListBox, LPCSTR lpText, LPARAM lData);

@@ -5,6 +5,11 @@
 
 static constexpr WPARAM AT_THE_END = static_cast<WPARAM>(-1);
 
+void EmptyList(HWND hDlg, int idCombo)
+{
+    SendDlgItemMessageA(hDlg, idCombo, CB_RESETCONTENT, 0, 0);
+}
+
 LRESULT AppendItem(HWND hDlg, int idCombo, LPCSTR lpText, LPARAM lData)
 {
     const LRESULT nItem = SendDlgItemMessageA(hDlg, idCombo, CB_INSERTSTRING, AT_THE_END,

@@ -48,6 +48,8 @@ std::string MediaName(const UIINSTANCE *lpInstance, int nMedia); // of a media n
 
 // Keeps the first value of the highest level reported. Starts with level 0.
 void remarkmedres(LONG *lpLevel, LONG *lpValue, LONG lLevel, LONG lValue);
+// A resolution becomes current, in the record and in the working state.
+void TakeResolution(DriverDevMode *lpDM, UIINSTANCE *lpInstance, LONG lRes);
 // The resolution of these display names for the current ink; becomes current. Its index.
 LONG GetMedRes(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstance, LPCSTR lpResolution,
                LPCSTR lpMedia);

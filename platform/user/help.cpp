@@ -79,8 +79,9 @@ void CloseHelpIfAsked()
     });
     if (top == tops.rend())
         return;
-    Activate(*top);
-    NoteReturn(**top);
+    Window &next = **top; // activating it moves it to the list's end
+    Activate(&next);
+    NoteReturn(next);
 }
 
 // Beside the window that asked, as far as the screen goes.

@@ -239,6 +239,23 @@ TEST_F(Scripts, BoxesAreAnsweredByTheirButtons)
                 ElementsAre("opened Plain", "opened KORVA", "closed KORVA", "activated Plain"));
 }
 
+TEST_F(Scripts, TheSheetIsNotedWhenHelpHasLeftIt)
+{
+    kvp::PutMemoryFile("C:\\winnt35\\help.hlp", std::vector<uint8_t>{'#', ' ', '1', '\n', 'A'});
+    onMessage = [](HWND hWnd, UINT uMsg, WPARAM, LPARAM) -> std::optional<INT_PTR> {
+        if (uMsg != WM_HELP)
+            return std::nullopt;
+        return WinHelpA(hWnd, "C:\\winnt35\\help.hlp", HELP_CONTEXT, 1);
+    };
+    // A list that was open is a window still, and lies above the sheet.
+    EXPECT_EQ(Play("drop 206\nclose 206\nkey F1\nkey Escape\ncancel\n", 0), 0);
+    std::vector<std::string> windows;
+    for (const Json &line : Events("window"))
+        windows.push_back(line["what"].get<std::string>() + " " + line["kind"].get<std::string>());
+    EXPECT_THAT(windows, ElementsAre("opened page", "activated page", "opened help", "closed help",
+                                     "activated page", "closed page"));
+}
+
 TEST_F(Scripts, ABoxOnTopKeepsTheRestFromThePerson)
 {
     bPlayFails = true;

@@ -3,7 +3,6 @@
 #include "dialogs/rules.h"
 
 #include <algorithm>
-#include <iterator>
 #include <span>
 
 #include "dialogs/helpers.h"
@@ -240,24 +239,20 @@ void CheckMirror(HWND hDlg, DriverDevMode *lpDM, int nMode)
 
 // ---- HT and all that hangs on the resolution ---------------------------------------------------
 
-// Which bit of bHTAllowed allows a choice, and what takes its place where it is not allowed.
-struct HTChoice {
-    uint8_t bAllowed;
-    uint8_t aInstead[3];
-};
-static constexpr HTChoice aHTChoices[] = {
-    {0x08, {3, 1, 2}},
-    {0x02, {3, 2, 0}},
-    {0x04, {3, 1, 0}},
-    {0x01, {1, 2, 0}},
-};
-
-static uint8_t AllowedHT(uint8_t bHT, uint8_t bAllowed)
+bool AllowsHT(const MedResRule &rule, uint8_t bChoice)
 {
-    if (bHT >= std::size(aHTChoices) || (bAllowed & aHTChoices[bHT].bAllowed))
+    static constexpr uint8_t aBits[HT_CHOICES] = {0x08, 0x02, 0x04, 0x01};
+    return bChoice < HT_CHOICES && (rule.bHTAllowed & aBits[bChoice]);
+}
+
+// The choice itself or what takes its place; where the rule allows neither, it stays.
+static uint8_t AllowedHT(const MedResRule &rule, uint8_t bHT)
+{
+    static constexpr uint8_t aInstead[HT_CHOICES][3] = {{3, 1, 2}, {3, 2, 0}, {3, 1, 0}, {1, 2, 0}};
+    if (bHT >= HT_CHOICES || AllowsHT(rule, bHT))
         return bHT;
-    for (const uint8_t bInstead : aHTChoices[bHT].aInstead)
-        if (bAllowed & aHTChoices[bInstead].bAllowed)
+    for (const uint8_t bInstead : aInstead[bHT])
+        if (AllowsHT(rule, bInstead))
             return bInstead;
     return bHT;
 }
@@ -266,7 +261,7 @@ void CheckDetail(HWND hDlg, DriverDevMode *lpDM)
 {
     UIINSTANCE *lpInstance = GetCB(hDlg)->lpInstance;
     const MedResRule rule = CurrentRule(lpInstance);
-    lpInstance->bHT = AllowedHT(lpInstance->bHT, rule.bHTAllowed);
+    lpInstance->bHT = AllowedHT(rule, lpInstance->bHT);
     const struct {
         int16_t sCode;
         WORD wFlag;

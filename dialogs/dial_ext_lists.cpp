@@ -23,11 +23,6 @@ void SetResData(HWND hDlg, DriverDevMode *)
 
 // ---- HT -------------------------------------------------------------------------------------
 
-// Which bit of a rule allows the choice; the list keeps to the order of the choices.
-static constexpr struct {
-    BYTE bAllowed, bChoice;
-} aHTChoices[] = {{0x08, 0}, {0x02, 1}, {0x04, 2}, {0x01, 3}};
-
 // An empty list has no last item: a model that allows no choice leaves the setting as it was.
 static void TakeLastHT(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstance)
 {
@@ -43,13 +38,12 @@ void SetHTData(HWND hDlg, DriverDevMode *lpDM)
 {
     const CBSTRUC *lpcbstruc = GetDetailCB(hDlg);
     UIINSTANCE *lpInstance = lpcbstruc->lpInstance;
-    const BYTE bAllowed = CurrentRule(lpInstance).bHTAllowed;
+    const MedResRule rule = CurrentRule(lpInstance);
     EmptyList(hDlg, IDC_DETAIL_HT);
-    for (const auto &choice : aHTChoices)
-        if (bAllowed & choice.bAllowed)
+    for (BYTE bChoice = 0; bChoice < HT_CHOICES; bChoice++)
+        if (AllowsHT(rule, bChoice))
             AppendItem(hDlg, IDC_DETAIL_HT,
-                       LoadText(lpcbstruc->hResLib, HT_CHOICE + choice.bChoice).c_str(),
-                       choice.bChoice);
+                       LoadText(lpcbstruc->hResLib, HT_CHOICE + bChoice).c_str(), bChoice);
     const std::string strCurrent = LoadText(lpcbstruc->hResLib, HT_CHOICE + lpInstance->bHT);
     if (SelectText(hDlg, IDC_DETAIL_HT, strCurrent.c_str()) == CB_ERR)
         TakeLastHT(hDlg, lpDM, lpInstance);

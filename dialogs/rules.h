@@ -36,6 +36,10 @@ MedResRule CurrentRule(const UIINSTANCE *lpInstance);
 // Whether any rule is for this resolution number and ink.
 bool HasRule(const DatFile &block, int nRes, int nInk);
 
+// Whether a rule allows an HT choice.
+constexpr uint8_t HT_CHOICES = 4;
+bool AllowsHT(const MedResRule &rule, uint8_t bChoice);
+
 // Names of the UI resource library, empty where the tables or the library lack them.
 std::string ResolutionName(const UIINSTANCE *lpInstance, int nRes);
 // Of a position in the table of resolution names.

@@ -146,7 +146,7 @@ static void ApplyEntry(DriverDevMode *lpDM, UIINSTANCE *lpInstance)
     if (IsCustom(lpInstance) || !lpCurrent)
         return;
     lpDM->Settings = *lpCurrent;
-    lpDM->Settings.wInk = lpInstance->bInk;
+    PutInk(&lpDM->Settings, lpInstance->bInk);
     lpDM->Settings.bHT = lpInstance->bHT;
     lpDM->Settings.wFlags = lpInstance->wFlags;
     lpDM->Settings.wIndex = static_cast<uint16_t>(lpInstance->nCurSetting);

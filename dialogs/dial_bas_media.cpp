@@ -66,7 +66,7 @@ static void TakeBase(DriverDevMode *lpDM, UIINSTANCE *lpInstance, const Settings
                      BYTE bInk)
 {
     if (bInk == 0) {
-        lpDM->Settings.wInk = 0;
+        PutInk(&lpDM->Settings, 0);
         lpInstance->bInk = 0;
     }
     const auto HasInk = [&](const SettingsRecord &record) { return record.wInk == bInk; };
@@ -85,20 +85,18 @@ static void TakeBase(DriverDevMode *lpDM, UIINSTANCE *lpInstance, const Settings
 
 // A twin has the same preset number and media. Without one the settings become custom: they go on
 // from the entry, and what it has of the old ink is replaced piece by piece.
-static void ChangeInkOfEntry(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstance, BYTE bInk)
+static void ChangeInkOfEntry(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstance,
+                             const SettingsRecord &current, BYTE bInk)
 {
-    const SettingsRecord *lpCurrent = CurrentSetting(lpInstance);
-    if (!lpCurrent)
-        return;
     const int32_t nTwin = FindPreset(lpInstance, NO_SETTING, [&](const SettingsRecord &record) {
-        return record.wMedia == lpCurrent->wMedia && record.wPreset == lpCurrent->wPreset &&
+        return record.wMedia == current.wMedia && record.wPreset == current.wPreset &&
                record.wInk == bInk;
     });
     if (nTwin != NO_SETTING)
         return TakeTwin(hDlg, lpDM, lpInstance, nTwin);
-    lpDM->Settings = *lpCurrent;
+    lpDM->Settings = current;
     lpInstance->nListState = LIST_CUSTOM;
-    TakeBase(lpDM, lpInstance, *lpCurrent, bInk);
+    TakeBase(lpDM, lpInstance, current, bInk);
     lpDM->Settings.wIndex = KV_CUSTOM_SETTINGS;
     UpdateCurSet(hDlg, lpDM);
     SetManualData(hDlg, lpDM, FALSE);
@@ -110,7 +108,7 @@ static void ChangeInkOfEntry(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInsta
 // Rule and dot scale are those of the resolution that the ink leaves.
 static void ChangeInkCustom(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstance, const Ink &ink)
 {
-    lpDM->Settings.wInk = ink.bInk;
+    PutInk(&lpDM->Settings, ink.bInk);
     lpInstance->bInk = ink.bInk;
     lpDM->dm.dmColor = ink.dmColor;
     lpDM->Settings.wRule = CurrentRule(lpInstance).wRule;
@@ -129,20 +127,22 @@ static void ChangeInkCustom(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpInstan
     UpdateCurSet(hDlg, lpDM);
 }
 
-// The ink that is in use already changes nothing, though its button was pressed.
+// The ink that is in use already changes nothing, though its button was pressed. Of an entry that
+// leads nowhere the record's own settings are worked on, as they are shown.
 void ChangeInk(HWND hDlg, DriverDevMode *lpDM, const Ink &ink)
 {
     UIINSTANCE *lpInstance = BasicCB(hDlg)->lpInstance;
     if (lpInstance->bInk == ink.bInk)
         return;
+    const SettingsRecord *lpCurrent = CurrentSetting(lpInstance);
     ShowInk(hDlg, ink);
     lpDM->Settings.wInkCode = ink.wCode;
     if (lpDM->bAutoMode)
         ChangeInkAutomatic(hDlg, lpDM, lpInstance, ink.bInk);
-    else if (IsCustom(lpInstance))
+    else if (IsCustom(lpInstance) || !lpCurrent)
         ChangeInkCustom(hDlg, lpDM, lpInstance, ink);
     else
-        ChangeInkOfEntry(hDlg, lpDM, lpInstance, ink.bInk);
+        ChangeInkOfEntry(hDlg, lpDM, lpInstance, *lpCurrent, ink.bInk);
 }
 
 // ---- media ------------------------------------------------------------------------------------

@@ -20,7 +20,7 @@ static bool CanGoOn(FileState state, LPCSTR lpMessage)
     return false;
 }
 
-// bUserFile: whether the user's file counts as present. It does when it cannot be opened, too.
+// lpUserFile gets whether the user's file counts as present. It does when it cannot be opened, too.
 static bool LoadTables(const DriverDevMode *lpDM, DatFile *lpBlock, bool *lpUserFile)
 {
     const ModelFiles files = FilesOfModel(lpDM);

@@ -25,7 +25,64 @@ using ::testing::HasSubstr;
 
 constexpr const char *DAT = "C:\\winnt35\\KJ820PRO.dat", *CFG = "C:\\winnt35\\KJ820PRO.cfg",
                      *UCF = "C:\\winnt35\\system32\\KJ820PRO.ucf";
-constexpr uint16_t FIRST_SLOT = 42, SLOTS = 10, PAPER_SLOTS = 8;
+
+// ---- the model's files --------------------------------------------------------------------------
+
+Bytes FileOf(const char *dosPath)
+{
+    if (const auto kept = kvp::MemoryFile(dosPath))
+        return *kept;
+    std::ifstream file(kvp::HostPath(dosPath), std::ios::binary);
+    return Bytes((std::istreambuf_iterator<char>(file)), {});
+}
+
+// What stands at a place of a file.
+template <class T>
+T At(const char *dosPath, size_t at)
+{
+    const Bytes bytes = FileOf(dosPath);
+    T value{};
+    if (at + sizeof value <= bytes.size())
+        std::memcpy(&value, &bytes[at], sizeof value);
+    else
+        ADD_FAILURE() << dosPath << " ends before " << at + sizeof value;
+    return value;
+}
+
+constexpr size_t InCfg(size_t nRecord, size_t field)
+{
+    return sizeof(CfgHeader) + sizeof(SettingsRecord) * nRecord + field;
+}
+uint16_t FirstSlot()
+{
+    const auto head = At<CfgHeader>(CFG, 0);
+    return static_cast<uint16_t>(head.wAutoCount + head.wPresetCount);
+}
+// Of the fixed settings from a position on, the first with this ink.
+size_t FirstOfInk(size_t nFirst, uint16_t wInk)
+{
+    while (nFirst < FirstSlot() && At<SettingsRecord>(CFG, InCfg(nFirst, 0)).wInk != wInk)
+        ++nFirst;
+    return nFirst;
+}
+size_t FirstPreset()
+{
+    return At<CfgHeader>(CFG, 0).wAutoCount;
+}
+
+// The setting that a record's index names: a slot by its number, one of the model's by what it is
+// for.
+std::string SettingOf(uint16_t wIndex)
+{
+    if (wIndex == KV_CUSTOM_SETTINGS)
+        return "custom";
+    if (wIndex >= FirstSlot())
+        return fmt::format("slot {}", wIndex - FirstSlot());
+    const auto record = At<SettingsRecord>(CFG, InCfg(wIndex, 0));
+    const std::string strKind = wIndex < FirstPreset() ? fmt::format("level {}", +record.wAutoLevel)
+                                                       : fmt::format("preset {}", +record.wPreset);
+    return fmt::format("{} for media {} ink {}", strKind, +record.wMedia, +record.wInk);
+}
 
 // ---- what the page says -------------------------------------------------------------------------
 
@@ -52,14 +109,18 @@ std::string Page()
     return strPage;
 }
 
-// A list's items with their data.
+// A list's items with their data; a user's slot as such.
 std::string List(int id)
 {
     const nlohmann::json list = Seen(id);
     std::string strList;
-    for (size_t i = 0; i < list.at("items").size(); ++i)
-        strList += fmt::format("{}{} {}", i ? ", " : "", list["items"][i].get<std::string>(),
-                               list["data"][i].get<int>());
+    for (size_t i = 0; i < list.at("items").size(); ++i) {
+        const int nData = list["data"][i].get<int>();
+        const bool bSlot = id == IDC_MAIN_SETTINGS && nData >= FirstSlot();
+        strList +=
+            fmt::format("{}{} {}", i ? ", " : "", list["items"][i].get<std::string>(),
+                        bSlot ? SettingOf(static_cast<uint16_t>(nData)) : std::to_string(nData));
+    }
     return strList;
 }
 
@@ -88,12 +149,12 @@ std::vector<Person::Step> Story(const std::string &strStory)
 std::string Record(const DriverDevMode &dm)
 {
     const SettingsRecord &now = dm.Settings;
-    return fmt::format("{} {}, resolution {} media {} ink {}/{} HT {} intent {} flags {}, rule {}, "
-                       "color {}, {}x{} code {}",
-                       dm.bAutoMode ? "automatic" : "advanced", +now.wIndex, +now.wResolution,
-                       +now.wMedia, +now.wInk, +now.wInkCode, now.bHT, now.bIntent, +now.wFlags,
-                       +now.wRule, +dm.dm.dmColor, +dm.dm.dmPrintQuality, +dm.dm.dmYResolution,
-                       +dm.lMediaCode);
+    return fmt::format(
+        "{}: {}, resolution {} media {} ink {}/{} HT {} intent {} flags {}, rule {}, "
+        "color {}, {}x{} code {}",
+        dm.bAutoMode ? "automatic" : "advanced", SettingOf(now.wIndex), +now.wResolution,
+        +now.wMedia, +now.wInk, +now.wInkCode, now.bHT, now.bIntent, +now.wFlags, +now.wRule,
+        +dm.dm.dmColor, +dm.dm.dmPrintQuality, +dm.dm.dmYResolution, +dm.lMediaCode);
 }
 
 std::string Adjustments(const DriverDevMode &dm)
@@ -101,15 +162,7 @@ std::string Adjustments(const DriverDevMode &dm)
     return fmt::format("{}", fmt::join(std::to_array(dm.Settings.sAdj), " "));
 }
 
-// ---- files --------------------------------------------------------------------------------------
-
-Bytes FileOf(const char *dosPath)
-{
-    if (const auto kept = kvp::MemoryFile(dosPath))
-        return *kept;
-    std::ifstream file(kvp::HostPath(dosPath), std::ios::binary);
-    return Bytes((std::istreambuf_iterator<char>(file)), {});
-}
+// ---- files changed ------------------------------------------------------------------------------
 
 void CutShort(const char *dosPath, size_t nPart)
 {
@@ -126,17 +179,14 @@ void PatchWord(const char *dosPath, size_t at, int value)
     std::memcpy(&bytes[at], &word, sizeof word);
     kvp::PutMemoryFile(dosPath, bytes);
 }
-constexpr size_t InCfg(size_t nRecord, size_t field)
-{
-    return sizeof(CfgHeader) + sizeof(SettingsRecord) * nRecord + field;
-}
 
 // The user's file with a paper and these settings, the newest first.
 void PutUserFile(const std::vector<SettingsRecord> &saved, uint16_t wVersion = 256)
 {
     Model model;
-    model.wUserSlots = SLOTS;
-    model.wUserPaperSlots = PAPER_SLOTS;
+    const auto head = At<CfgHeader>(CFG, 0);
+    model.wUserSlots = head.wUserSlots;
+    model.wUserPaperSlots = head.wUserPaperSlots;
     model.wUcfVersion = wVersion;
     model.userSettings = saved;
     model.AddUserPaper("My 10 x 15", 1000, 1500, 1, 1);
@@ -192,8 +242,10 @@ click 5047
 = Custom, Plain Paper; Draft - 360 dpi, MW Off, HS On, grey; 6328 6752; 1 Speed-Quality
 ok)")),
               1);
-    EXPECT_EQ(Record(out), "automatic 2, resolution 1 media 0 ink 0/3 HT 0 intent 0 flags 4, "
-                           "rule 2, color 1, 360x360 code 1");
+    EXPECT_EQ(
+        Record(out),
+        "automatic: level 1 for media 0 ink 0, resolution 1 media 0 ink 0/3 HT 0 intent 0 flags 4, "
+        "rule 2, color 1, 360x360 code 1");
     EXPECT_EQ(ShowAgain(Story(R"(
 = Custom, Plain Paper; Draft - 360 dpi, MW Off, HS On, grey; 6328 6752; 1 Speed-Quality
 click 5044
@@ -201,7 +253,8 @@ choose 5079 "Glossy Film"
 = Custom, Glossy Film; Fine - 720 dpi, MW Super, HS Off, Photo-realistic; 7227 6760
 ok)")),
               1);
-    EXPECT_EQ(Record(out), "automatic 13, resolution 18 media 4 ink 1/6 HT 3 intent 1 flags 11, "
+    EXPECT_EQ(Record(out), "automatic: level 0 for media 4 ink 1, resolution 18 media 4 ink 1/6 HT "
+                           "3 intent 1 flags 11, "
                            "rule 29, color 2, 720x720 code 6");
 }
 
@@ -231,7 +284,7 @@ click 5047
 ok)")),
               1);
     // No rule is for photo paper in black, which is what was left.
-    EXPECT_EQ(Record(out), "advanced 1000, resolution 6 media 0 ink 0/3 HT 3 intent 0 flags 5, "
+    EXPECT_EQ(Record(out), "advanced: custom, resolution 6 media 0 ink 0/3 HT 3 intent 0 flags 5, "
                            "rule 0, color 1, 720x720 code 1");
     EXPECT_EQ(ShowAgain(Story(R"(
 = Custom, Plain Paper; Fine - 720 dpi, MW On, HS On, grey; 6332 6752
@@ -255,8 +308,10 @@ choose 5079 "360 dpi Ink Jet Paper"
 = Custom, 360 dpi Ink Jet Paper; Normal - 360 dpi, MW On, HS Off, grey; 6365 6752; 1 Speed-Quality
 ok)")),
               1);
-    EXPECT_EQ(Record(out), "automatic 6, resolution 8 media 1 ink 0/3 HT 1 intent 0 flags 1, "
-                           "rule 15, color 1, 360x360 code 2");
+    EXPECT_EQ(
+        Record(out),
+        "automatic: level 1 for media 1 ink 0, resolution 8 media 1 ink 0/3 HT 1 intent 0 flags 1, "
+        "rule 15, color 1, 360x360 code 2");
 }
 
 TEST_F(MainPage, ChoosingFromTheListEndsCustomSettings)
@@ -272,8 +327,10 @@ choose 5040 "Full Dots"
 = Full Dots, Plain Paper; Normal - 360 dpi, MW On, HS Off, Vivid; 1006 6760
 ok)")),
               1);
-    EXPECT_EQ(Record(out), "advanced 24, resolution 4 media 0 ink 1/6 HT 2 intent 0 flags 1, "
-                           "rule 7, color 2, 360x360 code 1");
+    EXPECT_EQ(
+        Record(out),
+        "advanced: preset 6 for media 0 ink 1, resolution 4 media 0 ink 1/6 HT 2 intent 0 flags 1, "
+        "rule 7, color 2, 360x360 code 1");
     // The label has data 0, which is a preset's number.
     auto steps = Story("click 5041\nclick 5042");
     steps.push_back([] {
@@ -303,7 +360,7 @@ click 5044
 ok)")),
               1);
     // The record keeps the entry as it was, black, and knows nothing of what the page shows.
-    EXPECT_EQ(Record(out), "advanced 1000, resolution 11 media 1 ink 0/3 HT 1 intent 0 flags 5, "
+    EXPECT_EQ(Record(out), "advanced: custom, resolution 11 media 1 ink 0/3 HT 1 intent 0 flags 5, "
                            "rule 21, color 2, 720x720 code 2");
 }
 
@@ -324,13 +381,13 @@ choose 5079 "360 dpi Ink Jet Paper"
 = Custom, 360 dpi Ink Jet Paper; Fine - 720 dpi, MW On, HS Off, Vivid; 6327 6760
 ok)")),
               1);
-    EXPECT_EQ(Record(out), "advanced 1000, resolution 9 media 1 ink 1/6 HT 1 intent 0 flags 1, "
+    EXPECT_EQ(Record(out), "advanced: custom, resolution 9 media 1 ink 1/6 HT 1 intent 0 flags 1, "
                            "rule 11, color 2, 720x720 code 2");
 }
 
 TEST_F(MainPage, BlackWithoutATwinTakesAWholeRecord)
 {
-    PatchWord(CFG, InCfg(18, offsetof(SettingsRecord, wInkCode)), 9);
+    PatchWord(CFG, InCfg(FirstOfInk(FirstPreset(), 0), offsetof(SettingsRecord, wInkCode)), 9);
     Start();
     // One name begins another one's, which stands before it.
     EXPECT_EQ(Show(Story(R"(
@@ -342,7 +399,7 @@ click 5047
 = Custom, Plain Paper; Economy - 180 dpi, MW Off, HS On, grey; 6332 6752
 ok)")),
               1);
-    EXPECT_EQ(Record(out), "advanced 1000, resolution 0 media 0 ink 0/9 HT 0 intent 0 flags 4, "
+    EXPECT_EQ(Record(out), "advanced: custom, resolution 0 media 0 ink 0/9 HT 0 intent 0 flags 4, "
                            "rule 1, color 1, 180x180 code 1");
 }
 
@@ -355,12 +412,12 @@ TEST_F(MainPage, SavedSettingsStandLastAndAreFoundByTheirExactName)
     EXPECT_EQ(Show(Story(R"(
 choose 5040 "normal"
 = normal, 360 dpi Ink Jet Paper; Fine - 720 dpi, MW On, HS Off, grey; 6332 6752
-5040: Economy 0, Normal 1, Full Dots 6, Fine 2, Text 4, Presentation 7, Sixteen bytes ok 43, normal 42
+5040: Economy 0, Normal 1, Full Dots 6, Fine 2, Text 4, Presentation 7, Sixteen bytes ok slot 1, normal slot 0
 drop 5040
 close 5040
 ok)")),
               1);
-    EXPECT_EQ(Record(out), "advanced 42, resolution 9 media 1 ink 0/0 HT 0 intent 2 flags 1, "
+    EXPECT_EQ(Record(out), "advanced: slot 0, resolution 9 media 1 ink 0/0 HT 0 intent 2 flags 1, "
                            "rule 0, color 1, 720x720 code 2");
     EXPECT_EQ(Adjustments(out), "1 2 3 4 5 6");
     // The other one becomes the predefined setting of its name in black, its adjustments stay.
@@ -372,7 +429,7 @@ click 5047
 = Presentation, Ink Jet Transparencies; Fine - 720 dpi, MW On, HS Off, grey; 1027 6752
 ok)")),
               1);
-    EXPECT_EQ(+out.Settings.wIndex, 39);
+    EXPECT_EQ(SettingOf(out.Settings.wIndex), "preset 7 for media 5 ink 0");
     EXPECT_EQ(Adjustments(out), "6 5 4 3 2 1");
 }
 
@@ -384,7 +441,7 @@ TEST_F(MainPage, AnotherMediaMakesASavedSettingCustomOnWhatStoodBefore)
                     [] { EXPECT_EQ(SeenText(IDC_MAIN_SETTINGS), "Custom Settings"); }, "ok"}),
               1);
     // Ink and intent of the setting before, the rest of the saved one.
-    EXPECT_EQ(Record(out), "advanced 1000, resolution 6 media 0 ink 1/6 HT 3 intent 0 flags 5, "
+    EXPECT_EQ(Record(out), "advanced: custom, resolution 6 media 0 ink 1/6 HT 3 intent 0 flags 5, "
                            "rule 3, color 1, 720x720 code 1");
     EXPECT_EQ(Adjustments(out), "1 2 3 4 5 6");
 }
@@ -394,13 +451,14 @@ TEST_F(MainPage, AnotherMediaMakesASavedSettingCustomOnWhatStoodBefore)
 TEST_F(MainPage, MediaAndTrackbarLeaveTheAdjustmentsOfAnEarlierChoice)
 {
     for (size_t k = 0; k < 6; ++k)
-        PatchWord(CFG, InCfg(0, offsetof(SettingsRecord, sAdj) + 2 * k), static_cast<int>(k) - 3);
+        PatchWord(CFG, InCfg(FirstOfInk(0, 1), offsetof(SettingsRecord, sAdj) + 2 * k),
+                  static_cast<int>(k) - 3);
     Start();
     EXPECT_EQ(Show(Story("choose 5040 \"Photo\"\nchoose 5079 \"Photo Paper\"\nok")), 1);
-    EXPECT_EQ(+out.Settings.wIndex, 34);
+    EXPECT_EQ(SettingOf(out.Settings.wIndex), "preset 3 for media 3 ink 1");
     EXPECT_EQ(Adjustments(out), "2 -1 0 3 0 -4") << "of the preset chosen";
     EXPECT_EQ(ShowAgain(Story("choose 5040 \"Normal\"\nclick 5041\nslide 2147 2\nok")), 1);
-    EXPECT_EQ(+out.Settings.wIndex, 1);
+    EXPECT_EQ(SettingOf(out.Settings.wIndex), "level 2 for media 0 ink 1");
     EXPECT_EQ(Adjustments(out), "-3 -2 -1 0 1 2") << "of the first level";
 }
 
@@ -419,8 +477,13 @@ TEST_F(MainPage, TheMediaListIsNotFilledAnewByTheTrackbarOrACustomChange)
 
 TEST_F(MainPage, TheNumberOfAResolutionsNameChoosesThePictureOfAutomatic)
 {
-    // "360 dpi" is third among the names; the papers and sources stand before them.
-    PatchWord(DAT, sizeof(DatHeader) + 22 * sizeof(PaperRecord) + 5 * sizeof(BinRecord) + 2 * 2, 1);
+    // "Normal - 360 dpi" has number 4; the papers and sources stand before the names.
+    const auto head = At<DatHeader>(DAT, 0);
+    size_t at =
+        sizeof head + head.wPaperCount * sizeof(PaperRecord) + head.wBinCount * sizeof(BinRecord);
+    while (At<int16_t>(DAT, at) != 4 && !HasFailure())
+        at += sizeof(int16_t);
+    PatchWord(DAT, at, 1);
     Start();
     EXPECT_EQ(Show(Story(R"(
 click 5041
@@ -501,16 +564,19 @@ class MainPageInside : public SampleTest
 
 TEST_F(MainPageInside, ThePapersLineNamesItWithoutItsDimensions)
 {
+    Start();
+    const int nPapers = At<DatHeader>(DAT, 0).wPaperCount;
     const struct {
         int nPaper;
         bool bUserPapers;
         const char *line;
     } aRows[] = {
-        {0, false, "Paper Size : A4"},         {21, false, "Paper Size : User Defined"}, // no digit
-        {22, true, "Paper Size : My 10 x 15"}, // the user's own words
-        {22, false, "Paper Size : User"},      {-1, true, "Paper Size : User"},
+        {in.nPaper, false, "Paper Size : A4"},
+        {nPapers - 1, false, "Paper Size : User Defined"}, // no digit
+        {nPapers, true, "Paper Size : My 10 x 15"},        // the user's own words
+        {nPapers, false, "Paper Size : User"},
+        {-1, true, "Paper Size : User"},
     };
-    Start();
     for (const auto &row : aRows) {
         kvp::PutAbsentFile(UCF);
         if (row.bUserPapers)
@@ -574,10 +640,10 @@ TEST_F(MainPageInside, ASavedSettingThatIsGoneIsCustomAndALostOneIsAutomatic)
         {[] { PutUserFile(TwoSaved(), 3); }, {version, lost, automatic}, 0},
         {[] { CutShort(UCF, 1); }, {version, lost, automatic}, 0},
         {[] { PutUserFile({}); }, {setting("Custom Settings")}, KV_CUSTOM_SETTINGS},
-        {[] { PutUserFile(TwoSaved()); }, {setting("Sixteen bytes ok")}, FIRST_SLOT + 1},
+        {[] { PutUserFile(TwoSaved()); }, {setting("Sixteen bytes ok")}, FirstSlot() + 1},
     };
     Start();
-    in.Settings.wIndex = FIRST_SLOT + 1;
+    in.Settings.wIndex = FirstSlot() + 1;
     for (const auto &row : aRows) {
         row.change();
         auto steps = row.sees;
@@ -601,6 +667,12 @@ TEST_F(MainPageInside, ARecordThatLeadsNowhereKeepsItsIndex)
             EXPECT_EQ(Enter(tryAll), 1);
             EXPECT_EQ(Enter({"ok"}), 1);
             EXPECT_EQ(+out.Settings.wIndex, wIndex);
+            if (bAutoMode)
+                continue;
+            // The record's own settings take what is chosen.
+            EXPECT_EQ(Enter({"click 5047", "ok"}), 1);
+            EXPECT_EQ(+out.Settings.wInk, 0) << wIndex;
+            EXPECT_EQ(+out.dm.dmColor, 1) << wIndex;
         }
     in.dm.dmOrientation = 0;
     kvp::SetBoxHandler([](const kvp::Box &box) {

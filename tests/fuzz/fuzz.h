@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <span>
 #include <string>
 
@@ -44,6 +45,26 @@ inline void Must(bool holds)
     if (!holds)
         std::abort();
 }
+
+// A root directory for as long as this lives, where writing waits for no disk if there is such a
+// place.
+class TemporaryRoot
+{
+  public:
+    TemporaryRoot()
+    {
+        namespace fs = std::filesystem;
+        const bool inMemory = fs::is_directory("/dev/shm");
+        path = ((inMemory ? fs::path("/dev/shm") : fs::temp_directory_path()) / "kvfuzz.XXXXXX")
+                   .string();
+        Must(mkdtemp(path.data()) != nullptr);
+    }
+    ~TemporaryRoot() { std::filesystem::remove_all(path); }
+    TemporaryRoot(const TemporaryRoot &) = delete;
+    TemporaryRoot &operator=(const TemporaryRoot &) = delete;
+
+    std::string path;
+};
 
 // No drives on disk but for what the spooler's store needs, if a root is given.
 inline kvp::Machine StartMachine(const std::string &root = {})

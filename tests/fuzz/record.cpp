@@ -1,7 +1,6 @@
 // A record from outside, of any length, merged into a valid one: directly, through the document
 // settings, and (first byte 1, 17, 33, ...: a store is slow) through the spooler's store. The
 // buffer is exactly as long as the record says of itself.
-#include <filesystem>
 #include <memory>
 #include <vector>
 
@@ -21,28 +20,13 @@ constexpr size_t HEAD = 72; // up to dmDriverExtra
 struct Printer {
     Printer()
     {
-        const std::filesystem::path memory = "/dev/shm"; // where writing waits for no disk
-        const bool inMemory = std::filesystem::is_directory(memory);
-        std::string pattern =
-            ((inMemory ? memory : std::filesystem::temp_directory_path()) / "kvfuzz.XXXXXX")
-                .string();
-        Must(mkdtemp(pattern.data()) != nullptr);
-        root = pattern;
-        StartMachine(root);
+        StartMachine(root.path);
         SmallModel().Install("KV1");
         Must(DllInitialize(nullptr, DLL_PROCESS_ATTACH, nullptr));
         queue = std::make_unique<OpenQueue>("Fuzz", MODEL);
         Must(InitPrinterDevMode(&defaults, nullptr, nullptr));
     }
-    ~Printer()
-    {
-        queue.reset();
-        std::filesystem::remove_all(root);
-    }
-    Printer(const Printer &) = delete;
-    Printer &operator=(const Printer &) = delete;
-
-    std::string root;
+    TemporaryRoot root;
     std::unique_ptr<OpenQueue> queue;
     DriverDevMode defaults = EmptyRecord();
 };

@@ -113,6 +113,17 @@ void WriteLibrary(const fs::path &path)
     WriteResources(path.stem().string(), ReadFile(path));
 }
 
+// Things to do on the sheet: any numbers are.
+void WriteActions()
+{
+    for (uint8_t i = 0; i < 24; ++i) {
+        Bytes actions = {i};
+        for (unsigned j = 1; j <= 60; ++j)
+            actions.push_back(static_cast<uint8_t>((i * 37u + 11u) * j * j + j * 5u));
+        Write("sheet", std::to_string(i), actions);
+    }
+}
+
 void WriteSamples(const fs::path &sources, const fs::path &root)
 {
     for (const auto &entry : fs::recursive_directory_iterator(sources))
@@ -154,5 +165,6 @@ int main(int argc, char **argv)
                ModelTableBytes({{9, {MakeModelRecord(MODEL, "KV1"), MakeModelRecord("B", "KV2")}},
                                 {17, {MakeModelRecord(MODEL, "KV1J")}}}));
     WriteRecords(small.tmpl);
+    WriteActions();
     return 0;
 }

@@ -36,6 +36,12 @@ const MediaRecord *MediaOf(const UIINSTANCE *lpInstance, int nRes)
                  : nullptr;
 }
 
+void MakeCurrent(UIINSTANCE *lpInstance, int32_t nSetting)
+{
+    lpInstance->nCurSetting = nSetting;
+    lpInstance->nListState = LIST_ENTRY;
+}
+
 void TakeCurrent(UIINSTANCE *lpInstance, Take take)
 {
     const SettingsRecord *lpCurrent = CurrentSetting(lpInstance);

@@ -54,6 +54,8 @@ int32_t FindPreset(UIINSTANCE *lpInstance, int32_t nElse, Fits fits)
                        FirstUserSlot(lpInstance), nElse, fits);
 }
 
+// An Automatic record that was found. Custom settings end with it.
+void MakeCurrent(UIINSTANCE *lpInstance, int32_t nSetting);
 // Ink, HT and options of the current record become those being edited; with Whole, the colour
 // adjustments too.
 enum class Take { Modes, Whole };

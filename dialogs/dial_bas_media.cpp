@@ -37,7 +37,7 @@ static void ChangeInkAutomatic(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpIns
     if (nFound == NO_SETTING)
         nFound = Find([](const SettingsRecord &) { return true; });
     if (nFound != NO_SETTING)
-        lpInstance->nCurSetting = nFound;
+        MakeCurrent(lpInstance, nFound);
     lpDM->Settings.wIndex = static_cast<uint16_t>(lpInstance->nCurSetting);
     TakeCurrent(lpInstance, Take::Modes);
     CheckTrackbarData(hDlg, lpDM);
@@ -186,11 +186,12 @@ static void ChangeMediaAutomatic(HWND hDlg, DriverDevMode *lpDM, UIINSTANCE *lpI
 {
     const SettingsRecord *lpCurrent = CurrentSetting(lpInstance);
     const int nInk = lpCurrent ? lpCurrent->wInk : lpInstance->bInk;
-    const int32_t nFound =
-        FindAutomatic(lpInstance, lpInstance->nCurSetting, [&](const SettingsRecord &record) {
-            return record.wInk == nInk && record.wMedia == lMedia;
-        });
-    TakeMediaRecord(lpDM, lpInstance, nFound);
+    const int32_t nFound = FindAutomatic(lpInstance, NO_SETTING, [&](const SettingsRecord &record) {
+        return record.wInk == nInk && record.wMedia == lMedia;
+    });
+    if (nFound != NO_SETTING)
+        MakeCurrent(lpInstance, nFound);
+    TakeMediaRecord(lpDM, lpInstance, lpInstance->nCurSetting);
     CheckTrackbarData(hDlg, lpDM);
 }
 

@@ -111,10 +111,8 @@ static void MoveToAutomatic(UIINSTANCE *lpInstance)
         if (const SettingsRecord *lpCurrent = CurrentSetting(lpInstance))
             nFound = AutomaticFor(lpInstance, lpCurrent->wMedia);
     }
-    if (nFound == NO_SETTING)
-        return;
-    lpInstance->nCurSetting = nFound;
-    lpInstance->nListState = LIST_ENTRY;
+    if (nFound != NO_SETTING)
+        MakeCurrent(lpInstance, nFound);
 }
 
 // Pressed again it does nothing, so that what was chosen in Automatic stays. Where no Automatic

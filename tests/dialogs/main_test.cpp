@@ -314,6 +314,30 @@ ok)")),
         "rule 15, color 1, 360x360 code 2");
 }
 
+TEST_F(MainPage, AutomaticThatHasWaitedSinceTheLastSheetTakesMediaAndInk)
+{
+    Start();
+    in.Settings.wIndex = KV_CUSTOM_SETTINGS;
+    in.Settings.wResolution = 21; // a card
+    in.Settings.wInk = 0;
+    in.bAutoMode = TRUE;
+    EXPECT_EQ(Show(Story(R"(
+= Custom, ; Fine - 720 dpi, MW Off, HS Off, grey; 6332 6752
+choose 5079 "360 dpi Ink Jet Paper"
+= Custom, 360 dpi Ink Jet Paper; Normal - 360 dpi, MW On, HS Off, grey; 6365 6752; 1 Speed-Quality
+ok)")),
+              1);
+    EXPECT_EQ(SettingOf(out.Settings.wIndex), "level 1 for media 1 ink 0");
+    EXPECT_EQ(+out.Settings.wMedia, 1);
+    EXPECT_EQ(Show(Story(R"(
+click 5044
+= Custom, Plain Paper; Normal - 360 dpi, MW Off, HS On, Vivid; 6248 6760; 1 Speed-Quality
+ok)")),
+              1);
+    EXPECT_EQ(SettingOf(out.Settings.wIndex), "level 1 for media 0 ink 1");
+    EXPECT_EQ(+out.Settings.wMedia, 0);
+}
+
 TEST_F(MainPage, ChoosingFromTheListEndsCustomSettings)
 {
     Start();

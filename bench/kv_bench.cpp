@@ -3,9 +3,10 @@
 // run, so that the limits mean the same on every machine. Painting is given in multiples of a plain
 // fill of the page, switching pages in repaints.
 //
-//   kv_bench [--check] [options of the benchmark library]
+//   kv_bench [--check] [--queries] [options of the benchmark library]
 //
-// With --check the exit status is 1 when a limit is broken.
+// With --check the exit status is 1 when a limit is broken. With --queries a million capability
+// queries are made as well, to see what they leave.
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -26,6 +27,7 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include "bench/holdings.h"
 #include "bench/sheet.h"
 #include "datafile/loader.h"
 #include "tests/support/alloc_count.h"
@@ -93,7 +95,7 @@ struct Caller {
 
 constexpr const char *FLOOR = "floor";
 constexpr const char *QUEUE = "Bench";
-constexpr int OPENINGS = 1000;
+constexpr int OPENINGS = 1000, QUERIES = 1000000;
 constexpr long MOST_KILOBYTES = 32 * 1024; // of a process that shows the sheet
 constexpr int CANCELLED = 3;               // its exit status
 
@@ -251,6 +253,18 @@ bool Measure(const std::vector<Row> &rows)
     return allKept;
 }
 
+// All queries in turn, with room for the answers.
+bool QueriesLeaveNothing(const LoadedDriver &driver, HANDLE hPrinter)
+{
+    static std::array<BYTE, 0x10000> answer;
+    WORD query = 0;
+    return LeavesNothing("capability queries", QUERIES, [&] {
+        query = static_cast<WORD>(query % DC_COPIES + 1);
+        benchmark::DoNotOptimize(
+            driver.DrvDeviceCapabilities(hPrinter, nullptr, query, answer.data(), nullptr));
+    });
+}
+
 // A process of its own that opens the sheet on a machine like this one, looks at every page and
 // leaves.
 bool ProcessStaysSmall(const std::string &root)
@@ -271,13 +285,15 @@ bool ProcessStaysSmall(const std::string &root)
 
 int main(int argc, char **argv)
 {
-    bool check = false;
+    bool check = false, queries = false;
     std::vector<char *> arguments = {argv[0]};
     std::string interleaved = "--benchmark_enable_random_interleaving=true";
     arguments.push_back(interleaved.data());
     for (int i = 1; i < argc; ++i)
         if (std::strcmp(argv[i], "--check") == 0)
             check = true;
+        else if (std::strcmp(argv[i], "--queries") == 0)
+            queries = true;
         else
             arguments.push_back(argv[i]);
     int count = static_cast<int>(arguments.size());
@@ -301,6 +317,8 @@ int main(int argc, char **argv)
     kvp::ConfigureScreen({.strDisplay = "headless", .nScale = 1, .strScript = {}, .strShots = {}});
     bool kept = Measure(Rows(driver, queue.hPrinter, caller));
     kept &= OpeningsLeaveNothing(driver, queue.hPrinter, OPENINGS);
+    if (queries)
+        kept &= QueriesLeaveNothing(driver, queue.hPrinter);
     kept &= ProcessStaysSmall(machine.machine.strRoot);
     FreeDataFile();
     return check && !kept ? 1 : 0;

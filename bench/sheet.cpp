@@ -6,14 +6,12 @@
 #include <array>
 #include <chrono>
 #include <cstdlib>
-#include <fstream>
 #include <limits>
 #include <optional>
 
 #include <fmt/format.h>
-#include <unistd.h>
 
-#include "tests/support/alloc_count.h"
+#include "bench/holdings.h"
 
 namespace
 {
@@ -24,8 +22,7 @@ using Plan = std::function<std::optional<std::string>(int)>;
 
 constexpr std::array<const char *, 3> PAGES = {"Main", "Paper", "Utility"};
 constexpr const char *FILL = "plain fill of a page";
-constexpr int LOOKS = 12;                  // at each opening; the best one counts
-constexpr long MOST_RESIDENT_GROWTH = 512; // KB; what the allocator keeps for itself comes and goes
+constexpr int LOOKS = 12; // at each opening; the best one counts
 
 struct Printer {
     const LoadedDriver &driver;
@@ -150,26 +147,6 @@ void LookAtEveryPage(const Printer &printer)
     });
 }
 
-long ResidentKilobytes()
-{
-    long total = 0, resident = 0;
-    std::ifstream("/proc/self/statm") >> total >> resident;
-    return resident * (sysconf(_SC_PAGESIZE) / 1024);
-}
-
-struct Holdings {
-    long blocks, resident, handles, drawing;
-};
-
-Holdings CurrentHoldings()
-{
-    const kvp::Held held = kvp::CurrentlyHeld();
-    const kvp::GuiHeld gui = kvp::CurrentlyHeldGui();
-    return {AllocationsSoFar().held, ResidentKilobytes(),
-            static_cast<long>(held.nBlocks + held.nFiles + held.nLibraries),
-            static_cast<long>(gui.nObjects + gui.nContexts)};
-}
-
 } // namespace
 
 std::vector<Row> SheetRows(const LoadedDriver &driver, HANDLE hPrinter, const std::string &floor)
@@ -195,16 +172,5 @@ std::vector<Row> SheetRows(const LoadedDriver &driver, HANDLE hPrinter, const st
 bool OpeningsLeaveNothing(const LoadedDriver &driver, HANDLE hPrinter, int openings)
 {
     const Printer printer{driver, hPrinter};
-    for (int i = 0; i < 3; ++i)
-        LookAtEveryPage(printer);
-    const Holdings before = CurrentHoldings();
-    for (int i = 0; i < openings; ++i)
-        LookAtEveryPage(printer);
-    const Holdings after = CurrentHoldings();
-    const long blocks = after.blocks - before.blocks, handles = after.handles - before.handles,
-               drawing = after.drawing - before.drawing,
-               resident = after.resident - before.resident;
-    fmt::print("{} openings leave {} allocations, {} handles, {} drawing objects, {} KB\n",
-               openings, blocks, handles, drawing, resident);
-    return blocks <= 0 && handles <= 0 && drawing <= 0 && resident <= MOST_RESIDENT_GROWTH;
+    return LeavesNothing("openings", openings, [&] { LookAtEveryPage(printer); });
 }

@@ -92,7 +92,8 @@ TEST_F(ApiTest, NothingBesideTheCallersMemoryIsTouched)
             EXPECT_EQ(KVDD_GetData(block, item.item, answerPage.Last(item.cbData)), KVDD_OK);
             std::vector<int16_t> words = item.Value ? item.Value() : std::vector<int16_t>{};
             uint8_t *value = answerPage.Last(words.size() * 2);
-            std::memcpy(value, words.data(), words.size() * 2);
+            if (!words.empty())
+                std::memcpy(value, words.data(), words.size() * 2);
             KVDD_SetData(block, item.item,
                          item.Value ? reinterpret_cast<intptr_t>(value) : intptr_t{1});
         }

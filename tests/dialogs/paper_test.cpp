@@ -141,7 +141,7 @@ TEST_F(PaperPage, ListsWhatTheSourceFeedsAndFindsItsPaper)
             const auto list = Seen(IDC_PAPER_SIZE);
             EXPECT_EQ(PapersListed(), row.data);
             EXPECT_EQ(list.at("selection"), row.nSelected);
-            EXPECT_EQ(dm.nPaper, row.nPaperThen);
+            EXPECT_EQ(+dm.nPaper, row.nPaperThen);
             EXPECT_EQ(dm.dm.dmPaperSize, row.idThen);
         }});
     }
@@ -195,7 +195,7 @@ TEST_F(PaperPage, AChoiceOfPaperOrSourceMakesItsRecord)
         Visit({[&] { before = dm; }, row.step,
                [&] {
                    EXPECT_EQ(ChoiceIn(dm), row.choice);
-                   EXPECT_EQ(dm.dwUnit, row.dwUnit);
+                   EXPECT_EQ(+dm.dwUnit, row.dwUnit);
                    EXPECT_TRUE(AreAlikeElsewhere(dm, before));
                    EXPECT_EQ(PapersListed(), row.data);
                    EXPECT_EQ(Seen(IDC_PAPER_SIZE).at("selection"), row.nSelected);
@@ -250,10 +250,10 @@ TEST_F(PaperPage, TheSourcesRulesAreAppliedWhenThePageIsShown)
         dm.dm.dmCollate = static_cast<int16_t>(row.nCollateBefore);
         InstallFiles();
         EXPECT_EQ(Enter({"ok"}), 1);
-        EXPECT_EQ(dm.nPrintArea, row.nAreaBefore) << "never shown";
+        EXPECT_EQ(+dm.nPrintArea, row.nAreaBefore) << "never shown";
         EXPECT_EQ(dm.dm.dmCollate, row.nCollateBefore);
         const auto look = [&] {
-            EXPECT_EQ(dm.nPrintArea, row.nArea);
+            EXPECT_EQ(+dm.nPrintArea, row.nArea);
             EXPECT_EQ(Seen(IDC_PAPER_MAXIMUM).at("checked"), row.nArea == 1);
             EXPECT_EQ(Seen(IDC_PAPER_CENTERED).at("checked"), row.nArea == 2);
             EXPECT_EQ(Seen(IDC_PAPER_MAXIMUM).at("enabled"), row.bEnabled);
@@ -297,7 +297,7 @@ TEST_F(PaperPage, ANoticeOfCode9IsStoredAlone)
     };
     Visit({send, [&] {
                EXPECT_EQ(dm.dm.dmOrientation, 2);
-               EXPECT_EQ(dm.nPrintArea, 2);
+               EXPECT_EQ(+dm.nPrintArea, 2);
                EXPECT_EQ(Seen(IDC_PAPER_PORTRAIT).at("checked"), true);
                EXPECT_EQ(Seen(IDC_PAPER_MAXIMUM).at("checked"), true);
            }});

@@ -55,9 +55,9 @@ class SizesOnThePaperPage : public SampleTest
         EXPECT_EQ(record.dm.dmPaperSize, id);
         EXPECT_EQ(record.dm.dmPaperWidth, nWidth);
         EXPECT_EQ(record.dm.dmPaperLength, nLength);
-        EXPECT_EQ(record.lPaperWidth, nWidth);
-        EXPECT_EQ(record.lPaperLength, nLength);
-        EXPECT_EQ(record.dwUnit, dwUnit);
+        EXPECT_EQ(+record.lPaperWidth, nWidth);
+        EXPECT_EQ(+record.lPaperLength, nLength);
+        EXPECT_EQ(+record.dwUnit, dwUnit);
     }
     static std::string Type(int id, const std::string &text)
     {

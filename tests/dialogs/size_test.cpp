@@ -171,12 +171,12 @@ TEST_F(SizeDialog, OpensWithTheRecordsSizeAndUnitAndConvertsBetweenUnits)
                     Sees("User Defined: 2101 x 2969 mm, ok"), Width("890"), INCH, "key Up",
                     Sees("User Defined: 890 x 2969 mm, ok"), INCH, CANCEL}),
               -1);
-    EXPECT_EQ(dm.dwUnit, 1u) << "Cancel puts the unit back";
-    EXPECT_EQ(dm.lPaperWidth, 2100) << "and leaves the size";
+    EXPECT_EQ(+dm.dwUnit, 1u) << "Cancel puts the unit back";
+    EXPECT_EQ(+dm.lPaperWidth, 2100) << "and leaves the size";
     EXPECT_EQ(Open({INCH, OK}), -1);
-    EXPECT_EQ(dm.dwUnit, 2u);
-    EXPECT_EQ(dm.lPaperWidth, 2101);
-    EXPECT_EQ(dm.lPaperLength, 2969);
+    EXPECT_EQ(+dm.dwUnit, 2u);
+    EXPECT_EQ(+dm.lPaperWidth, 2101);
+    EXPECT_EQ(+dm.lPaperLength, 2969);
     EXPECT_EQ(Open({Sees(A4_INCH), IsLimitedTo("350-1295 x 386-4400"), OK}), -1);
     UIInstance.dat.lpPapers.back().wId = 9; // a model without a user-defined paper
     EXPECT_EQ(Open({}), -1) << "has no dialog";
@@ -221,8 +221,8 @@ TEST_F(SizeDialog, NumbersAreKeptWithinTheirLimits)
         EXPECT_EQ(Open({row.unit, row.typed, row.then, look, CANCEL}), -1);
     }
     EXPECT_EQ(Open({Length("1"), Width("1"), OK}), -1) << "leaving it for OK presses OK";
-    EXPECT_EQ(dm.lPaperWidth, 890);
-    EXPECT_EQ(dm.lPaperLength, 980);
+    EXPECT_EQ(+dm.lPaperWidth, 890);
+    EXPECT_EQ(+dm.lPaperLength, 980);
 }
 
 // ---- names ------------------------------------------------------------------------------------
@@ -295,8 +295,8 @@ TEST_F(SizeDialog, ASavedSizeIsChosenAgainWithItsUnitAndItsLimits)
                     Name("Flyer"), Width("400"), Length("600"), SAVE, OK}),
               1)
         << "what was saved last is chosen";
-    EXPECT_EQ(dm.lPaperWidth, 2100) << "and the user-defined size stays";
-    EXPECT_EQ(dm.dwUnit, 2u);
+    EXPECT_EQ(+dm.lPaperWidth, 2100) << "and the user-defined size stays";
+    EXPECT_EQ(+dm.dwUnit, 2u);
     EXPECT_THAT(SlotsInFile(3),
                 ElementsAre("Card 1234 x 2345 1, 768 2 0", "Flyer 400 x 600 2, 769 2 1",
                             " 2976 x 4209 0, 770 3 65535"));
@@ -306,15 +306,15 @@ TEST_F(SizeDialog, ASavedSizeIsChosenAgainWithItsUnitAndItsLimits)
                     Choice("Card"), Sees("Card: 1234 x 2345 mm, delete, ok"),
                     IsLimitedTo("890-3290 x 980-11176"), OK}),
               0);
-    EXPECT_EQ(dm.dwUnit, 1u);
+    EXPECT_EQ(+dm.dwUnit, 1u);
     // The first entry stands for the size that is shown.
     EXPECT_EQ(
         Open({Choice("Card"), Name("Other"), Lists("User Defined, Card, Flyer"), Choice("Card"),
               Choice("User Defined"), Sees("User Defined: 1234 x 2345 mm, ok"),
               Lists("[User Defined], Card, Flyer"), OK}),
         -1);
-    EXPECT_EQ(dm.lPaperWidth, 1234);
-    EXPECT_EQ(dm.lPaperLength, 2345);
+    EXPECT_EQ(+dm.lPaperWidth, 1234);
+    EXPECT_EQ(+dm.lPaperLength, 2345);
 }
 
 TEST_F(SizeDialog, ASavedSizeIsReplacedWhenThePersonAgreesAlsoInAFullTable)
@@ -411,11 +411,11 @@ TEST_F(SizeDialog, OnlyFiveCharactersOfANumberCountWithoutASelectionAndWhenSaved
 {
     // Leading zeros: the number is within its limits, its first five characters are not.
     EXPECT_EQ(Open({Width("0001500"), "choose 5255 #0", "key Enter"}), -1);
-    EXPECT_EQ(dm.lPaperWidth, 1500) << "with the first entry selected the whole number counts";
+    EXPECT_EQ(+dm.lPaperWidth, 1500) << "with the first entry selected the whole number counts";
     EXPECT_EQ(Open({Width("0001600"), Name("Zeros"), SAVE, CANCEL}), -1);
     EXPECT_EQ(SlotsInFile(1), (Texts{"Zeros 16 x 2970 1, 768 2 0"}));
     EXPECT_EQ(Open({Width("0001700"), "key Enter"}), -1);
-    EXPECT_EQ(dm.lPaperWidth, 17);
+    EXPECT_EQ(+dm.lPaperWidth, 17);
 }
 
 TEST_F(SizeDialog, TheUserDefinedNameCannotBeSavedWhoeverAsks)

@@ -79,3 +79,11 @@ DriverDevMode InterfaceTest::Settings()
     EXPECT_EQ(driver.DrvDocumentProperties(nullptr, hPrinter, nullptr, &dm, nullptr, DM_COPY), 1);
     return dm;
 }
+
+DriverDevMode InterfaceTest::SevenCopies()
+{
+    DriverDevMode dm = Settings();
+    dm.dm.dmFields = KV_DM_COPIES;
+    dm.dm.dmCopies = 7;
+    return dm;
+}

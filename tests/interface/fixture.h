@@ -43,6 +43,8 @@ class InterfaceTest : public MachineTest
     void Start();
     // The record that the driver gives for the queue.
     DriverDevMode Settings();
+    // An application's record: ours, with seven copies.
+    DriverDevMode SevenCopies();
 
     Model model;
     LoadedDriver driver;

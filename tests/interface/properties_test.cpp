@@ -22,14 +22,6 @@ Bytes BytesOf(const DriverDevMode &dm)
 class Properties : public InterfaceTest
 {
   protected:
-    // An application's record: ours, with seven copies.
-    DriverDevMode SevenCopies()
-    {
-        DriverDevMode dm = Settings();
-        dm.dm.dmFields = KV_DM_COPIES;
-        dm.dm.dmCopies = 7;
-        return dm;
-    }
     // The last error is one that no entry point sets, so that a test sees who sets one.
     LONG Document(DriverDevMode *lpOut, DriverDevMode *lpIn, DWORD dwFlags)
     {

@@ -20,14 +20,6 @@ using ::testing::IsEmpty;
 class Sheet : public InterfaceTest
 {
   protected:
-    // An application's record: ours, with seven copies.
-    DriverDevMode SevenCopies()
-    {
-        DriverDevMode dm = Settings();
-        dm.dm.dmFields = KV_DM_COPIES;
-        dm.dm.dmCopies = 7;
-        return dm;
-    }
     LONG Document(DriverDevMode *lpOut, DriverDevMode *lpIn, DWORD dwFlags)
     {
         return driver.DrvDocumentProperties(nullptr, hPrinter, nullptr, lpOut, lpIn, dwFlags);

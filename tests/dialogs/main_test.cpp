@@ -1,5 +1,6 @@
 // The Main page of a sample under a person's hands: its three states, the ways between them, and
 // the record that comes of each.
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <fstream>
@@ -12,6 +13,7 @@
 
 #include "base/modeltable.h"
 #include "base/module.h"
+#include "datafile/tables.h"
 #include "interface/sheet.h"
 #include "platform/win32.h"
 #include "resources/main_ids.h"
@@ -28,61 +30,93 @@ constexpr const char *DAT = "C:\\winnt35\\KJ820PRO.dat", *CFG = "C:\\winnt35\\KJ
 
 // ---- the model's files --------------------------------------------------------------------------
 
-Bytes FileOf(const char *dosPath)
+DatFile Tables()
 {
-    if (const auto kept = kvp::MemoryFile(dosPath))
-        return *kept;
-    std::ifstream file(kvp::HostPath(dosPath), std::ios::binary);
-    return Bytes((std::istreambuf_iterator<char>(file)), {});
-}
-
-// What stands at a place of a file.
-template <class T>
-T At(const char *dosPath, size_t at)
-{
-    const Bytes bytes = FileOf(dosPath);
-    T value{};
-    if (at + sizeof value <= bytes.size())
-        std::memcpy(&value, &bytes[at], sizeof value);
-    else
-        ADD_FAILURE() << dosPath << " ends before " << at + sizeof value;
-    return value;
-}
-
-constexpr size_t InCfg(size_t nRecord, size_t field)
-{
-    return sizeof(CfgHeader) + sizeof(SettingsRecord) * nRecord + field;
-}
-uint16_t FirstSlot()
-{
-    const auto head = At<CfgHeader>(CFG, 0);
-    return static_cast<uint16_t>(head.wAutoCount + head.wPresetCount);
-}
-// Of the fixed settings from a position on, the first with this ink.
-size_t FirstOfInk(size_t nFirst, uint16_t wInk)
-{
-    while (nFirst < FirstSlot() && At<SettingsRecord>(CFG, InCfg(nFirst, 0)).wInk != wInk)
-        ++nFirst;
-    return nFirst;
-}
-size_t FirstPreset()
-{
-    return At<CfgHeader>(CFG, 0).wAutoCount;
+    DatFile tables{};
+    EXPECT_EQ(ReadDatTables(DAT, &tables), FileState::Read);
+    EXPECT_EQ(ReadCfgTables(CFG, &tables), FileState::Read);
+    return tables;
 }
 
 // The setting that a record's index names: a slot by its number, one of the model's by what it is
 // for.
 std::string SettingOf(uint16_t wIndex)
 {
+    const DatFile tables = Tables();
+    const uint32_t nFirstSlot = tables.nAuto + tables.nPreset;
     if (wIndex == KV_CUSTOM_SETTINGS)
         return "custom";
-    if (wIndex >= FirstSlot())
-        return fmt::format("slot {}", wIndex - FirstSlot());
-    const auto record = At<SettingsRecord>(CFG, InCfg(wIndex, 0));
-    const std::string strKind = wIndex < FirstPreset() ? fmt::format("level {}", +record.wAutoLevel)
-                                                       : fmt::format("preset {}", +record.wPreset);
-    return fmt::format("{} for media {} ink {}", strKind, +record.wMedia, +record.wInk);
+    if (wIndex >= nFirstSlot)
+        return fmt::format("slot {}", wIndex - nFirstSlot);
+    const SettingsRecord &record = tables.lpSettings.at(wIndex);
+    return fmt::format("{} {} for media {} ink {}", wIndex < tables.nAuto ? "level" : "preset",
+                       wIndex < tables.nAuto ? +record.wAutoLevel : +record.wPreset, +record.wMedia,
+                       +record.wInk);
 }
+
+Bytes FileOf(const char *dosPath)
+{
+    std::ifstream file(kvp::HostPath(dosPath), std::ios::binary);
+    return Bytes((std::istreambuf_iterator<char>(file)), {});
+}
+
+void CutShort(const char *dosPath, size_t nPart)
+{
+    Bytes bytes = kvp::MemoryFile(dosPath).value_or(FileOf(dosPath));
+    bytes.resize((bytes.size() - 1) / nPart);
+    kvp::PutMemoryFile(dosPath, bytes);
+}
+
+void PatchWords(const char *dosPath, size_t at, std::vector<int16_t> words)
+{
+    Bytes bytes = FileOf(dosPath);
+    ASSERT_LE(at + 2 * words.size(), bytes.size());
+    std::memcpy(&bytes[at], words.data(), 2 * words.size());
+    kvp::PutMemoryFile(dosPath, bytes);
+}
+
+// A field of a settings record of the .cfg, of the first one from a position on that has this ink.
+size_t InCfg(uint32_t nFirst, uint16_t wInk, size_t field)
+{
+    const DatFile tables = Tables();
+    while (tables.lpSettings.at(nFirst).wInk != wInk)
+        ++nFirst;
+    return sizeof(CfgHeader) + sizeof(SettingsRecord) * nFirst + field;
+}
+
+// The user's file with a paper and these settings, the newest first.
+void PutUserFile(const std::vector<SettingsRecord> &saved, uint16_t wVersion = 256)
+{
+    const DatFile tables = Tables();
+    Model model;
+    model.wUserSlots = tables.CfgHeader.wUserSlots;
+    model.wUserPaperSlots = tables.CfgHeader.wUserPaperSlots;
+    model.wUcfVersion = wVersion;
+    model.userSettings = saved;
+    model.AddUserPaper("My 10 x 15", 1000, 1500, 1, 1);
+    kvp::PutMemoryFile(UCF, model.Ucf());
+}
+
+SettingsRecord Saved(uint16_t preset, int16_t resolution, int16_t media, uint16_t ink,
+                     const char *name, std::array<int16_t, 6> adjustments)
+{
+    SettingsRecord record{};
+    record.wPreset = preset;
+    record.wResolution = resolution;
+    record.wMedia = media;
+    record.wInk = ink;
+    record.bIntent = 2;
+    record.wFlags = KV_FLAG_MW;
+    record.wState = STATE_IN_USE;
+    std::memcpy(record.szName, name, std::strlen(name));
+    std::memcpy(record.sAdj, adjustments.data(), sizeof record.sAdj);
+    return record;
+}
+// Black, on coated paper, with a name that differs from a predefined one in a letter's case alone;
+// colour, on transparencies, with one that fills its field.
+const std::vector<SettingsRecord> aTwoSaved = {
+    Saved(3, 9, 1, 0, "normal", {1, 2, 3, 4, 5, 6}),
+    Saved(7, 20, 5, 1, "Sixteen bytes ok", {6, 5, 4, 3, 2, 1})};
 
 // ---- what the page says -------------------------------------------------------------------------
 
@@ -115,11 +149,9 @@ std::string List(int id)
     const nlohmann::json list = Seen(id);
     std::string strList;
     for (size_t i = 0; i < list.at("items").size(); ++i) {
-        const int nData = list["data"][i].get<int>();
-        const bool bSlot = id == IDC_MAIN_SETTINGS && nData >= FirstSlot();
-        strList +=
-            fmt::format("{}{} {}", i ? ", " : "", list["items"][i].get<std::string>(),
-                        bSlot ? SettingOf(static_cast<uint16_t>(nData)) : std::to_string(nData));
+        const std::string data = list["data"][i].dump(), slot = SettingOf(list["data"][i]);
+        strList += fmt::format("{}{} {}", i ? ", " : "", list["items"][i].get<std::string>(),
+                               slot.starts_with("slot") ? slot : data);
     }
     return strList;
 }
@@ -160,59 +192,6 @@ std::string Record(const DriverDevMode &dm)
 std::string Adjustments(const DriverDevMode &dm)
 {
     return fmt::format("{}", fmt::join(std::to_array(dm.Settings.sAdj), " "));
-}
-
-// ---- files changed ------------------------------------------------------------------------------
-
-void CutShort(const char *dosPath, size_t nPart)
-{
-    Bytes bytes = FileOf(dosPath);
-    bytes.resize((bytes.size() - 1) / nPart);
-    kvp::PutMemoryFile(dosPath, bytes);
-}
-
-void PatchWord(const char *dosPath, size_t at, int value)
-{
-    Bytes bytes = FileOf(dosPath);
-    const auto word = static_cast<uint16_t>(value);
-    ASSERT_LE(at + sizeof word, bytes.size());
-    std::memcpy(&bytes[at], &word, sizeof word);
-    kvp::PutMemoryFile(dosPath, bytes);
-}
-
-// The user's file with a paper and these settings, the newest first.
-void PutUserFile(const std::vector<SettingsRecord> &saved, uint16_t wVersion = 256)
-{
-    Model model;
-    const auto head = At<CfgHeader>(CFG, 0);
-    model.wUserSlots = head.wUserSlots;
-    model.wUserPaperSlots = head.wUserPaperSlots;
-    model.wUcfVersion = wVersion;
-    model.userSettings = saved;
-    model.AddUserPaper("My 10 x 15", 1000, 1500, 1, 1);
-    kvp::PutMemoryFile(UCF, model.Ucf());
-}
-
-// Black, on coated paper, with a name that differs from a predefined one in a letter's case alone;
-// colour, on transparencies, with one that fills its field.
-std::vector<SettingsRecord> TwoSaved()
-{
-    const auto make = [](uint16_t preset, int16_t resolution, int16_t media, uint16_t ink,
-                         const char *name, int16_t adjustment, int16_t step) {
-        SettingsRecord record{};
-        record.wPreset = preset;
-        record.wResolution = resolution;
-        record.wMedia = media;
-        record.wInk = ink;
-        record.bIntent = 2;
-        record.wFlags = KV_FLAG_MW;
-        record.wState = STATE_IN_USE;
-        std::memcpy(record.szName, name, std::strlen(name));
-        for (int k = 0; k < 6; ++k)
-            record.sAdj[k] = static_cast<int16_t>(adjustment + k * step);
-        return record;
-    };
-    return {make(3, 9, 1, 0, "normal", 1, 1), make(7, 20, 5, 1, "Sixteen bytes ok", 6, -1)};
 }
 
 using MainPage = SampleTest;
@@ -300,35 +279,17 @@ TEST_F(MainPage, AutomaticThatHasNoRecordForTheCustomMediaWaitsForAnother)
     in.Settings.wIndex = KV_CUSTOM_SETTINGS;
     in.Settings.wResolution = 21; // a card, which Automatic prints in colour only
     in.Settings.wInk = 0;
-    EXPECT_EQ(Show(Story(R"(
-= Custom, Photo Quality Ink Jet Card; Fine - 720 dpi, MW Off, HS Off, grey; 6332 6752
-click 5041
+    for (const bool bAutoMode : {false, true}) { // since now, or since the last sheet
+        in.bAutoMode = bAutoMode;
+        EXPECT_EQ(Show(Story(std::string(bAutoMode ? "" : "click 5041\n") + R"(
 = Custom, ; Fine - 720 dpi, MW Off, HS Off, grey; 6332 6752
 choose 5079 "360 dpi Ink Jet Paper"
 = Custom, 360 dpi Ink Jet Paper; Normal - 360 dpi, MW On, HS Off, grey; 6365 6752; 1 Speed-Quality
 ok)")),
-              1);
-    EXPECT_EQ(
-        Record(out),
-        "automatic: level 1 for media 1 ink 0, resolution 8 media 1 ink 0/3 HT 1 intent 0 flags 1, "
-        "rule 15, color 1, 360x360 code 2");
-}
-
-TEST_F(MainPage, AutomaticThatHasWaitedSinceTheLastSheetTakesMediaAndInk)
-{
-    Start();
-    in.Settings.wIndex = KV_CUSTOM_SETTINGS;
-    in.Settings.wResolution = 21; // a card
-    in.Settings.wInk = 0;
-    in.bAutoMode = TRUE;
-    EXPECT_EQ(Show(Story(R"(
-= Custom, ; Fine - 720 dpi, MW Off, HS Off, grey; 6332 6752
-choose 5079 "360 dpi Ink Jet Paper"
-= Custom, 360 dpi Ink Jet Paper; Normal - 360 dpi, MW On, HS Off, grey; 6365 6752; 1 Speed-Quality
-ok)")),
-              1);
-    EXPECT_EQ(SettingOf(out.Settings.wIndex), "level 1 for media 1 ink 0");
-    EXPECT_EQ(+out.Settings.wMedia, 1);
+                  1);
+        EXPECT_EQ(Record(out), "automatic: level 1 for media 1 ink 0, resolution 8 media 1 ink 0/3 "
+                               "HT 1 intent 0 flags 1, rule 15, color 1, 360x360 code 2");
+    }
     EXPECT_EQ(Show(Story(R"(
 click 5044
 = Custom, Plain Paper; Normal - 360 dpi, MW Off, HS On, Vivid; 6248 6760; 1 Speed-Quality
@@ -411,7 +372,7 @@ ok)")),
 
 TEST_F(MainPage, BlackWithoutATwinTakesAWholeRecord)
 {
-    PatchWord(CFG, InCfg(FirstOfInk(FirstPreset(), 0), offsetof(SettingsRecord, wInkCode)), 9);
+    PatchWords(CFG, InCfg(Tables().nAuto, 0, offsetof(SettingsRecord, wInkCode)), {9});
     Start();
     // One name begins another one's, which stands before it.
     EXPECT_EQ(Show(Story(R"(
@@ -431,7 +392,7 @@ ok)")),
 
 TEST_F(MainPage, SavedSettingsStandLastAndAreFoundByTheirExactName)
 {
-    PutUserFile(TwoSaved());
+    PutUserFile(aTwoSaved);
     Start();
     EXPECT_EQ(Show(Story(R"(
 choose 5040 "normal"
@@ -459,7 +420,7 @@ ok)")),
 
 TEST_F(MainPage, AnotherMediaMakesASavedSettingCustomOnWhatStoodBefore)
 {
-    PutUserFile(TwoSaved());
+    PutUserFile(aTwoSaved);
     Start();
     EXPECT_EQ(Show({R"(choose 5040 "normal")", R"(choose 5079 "Plain Paper")",
                     [] { EXPECT_EQ(SeenText(IDC_MAIN_SETTINGS), "Custom Settings"); }, "ok"}),
@@ -474,14 +435,13 @@ TEST_F(MainPage, AnotherMediaMakesASavedSettingCustomOnWhatStoodBefore)
 
 TEST_F(MainPage, MediaAndTrackbarLeaveTheAdjustmentsOfAnEarlierChoice)
 {
-    for (size_t k = 0; k < 6; ++k)
-        PatchWord(CFG, InCfg(FirstOfInk(0, 1), offsetof(SettingsRecord, sAdj) + 2 * k),
-                  static_cast<int>(k) - 3);
+    PatchWords(CFG, InCfg(0, 1, offsetof(SettingsRecord, sAdj)), {-3, -2, -1, 0, 1, 2});
     Start();
     EXPECT_EQ(Show(Story("choose 5040 \"Photo\"\nchoose 5079 \"Photo Paper\"\nok")), 1);
     EXPECT_EQ(SettingOf(out.Settings.wIndex), "preset 3 for media 3 ink 1");
     EXPECT_EQ(Adjustments(out), "2 -1 0 3 0 -4") << "of the preset chosen";
-    EXPECT_EQ(ShowAgain(Story("choose 5040 \"Normal\"\nclick 5041\nslide 2147 2\nok")), 1);
+    EXPECT_EQ(ShowAgain(Story("choose 5040 \"Normal\"\nclick 5041\nslide 2147 2\nclick 5041\nok")),
+              1);
     EXPECT_EQ(SettingOf(out.Settings.wIndex), "level 2 for media 0 ink 1");
     EXPECT_EQ(Adjustments(out), "-3 -2 -1 0 1 2") << "of the first level";
 }
@@ -502,12 +462,13 @@ TEST_F(MainPage, TheMediaListIsNotFilledAnewByTheTrackbarOrACustomChange)
 TEST_F(MainPage, TheNumberOfAResolutionsNameChoosesThePictureOfAutomatic)
 {
     // "Normal - 360 dpi" has number 4; the papers and sources stand before the names.
-    const auto head = At<DatHeader>(DAT, 0);
-    size_t at =
-        sizeof head + head.wPaperCount * sizeof(PaperRecord) + head.wBinCount * sizeof(BinRecord);
-    while (At<int16_t>(DAT, at) != 4 && !HasFailure())
-        at += sizeof(int16_t);
-    PatchWord(DAT, at, 1);
+    const DatFile tables = Tables();
+    const auto it = std::ranges::find(tables.lpResNames, 4);
+    PatchWords(DAT,
+               sizeof(DatHeader) + tables.nPapers * sizeof(PaperRecord) +
+                   tables.nBins * sizeof(BinRecord) +
+                   static_cast<size_t>(it - tables.lpResNames.begin()) * sizeof(int16_t),
+               {1});
     Start();
     EXPECT_EQ(Show(Story(R"(
 click 5041
@@ -520,7 +481,7 @@ cancel)")),
 
 TEST_F(MainPage, ADottedLineStandsAboveTheSavedSettingsInTheOpenList)
 {
-    PutUserFile(TwoSaved());
+    PutUserFile(aTwoSaved);
     Start();
     // The list begins in the field's last row, with a frame.
     const auto look = [] {
@@ -533,20 +494,6 @@ TEST_F(MainPage, ADottedLineStandsAboveTheSavedSettingsInTheOpenList)
         }
     };
     EXPECT_EQ(Show({"drop 5040", look, "cancel"}), 2);
-}
-
-TEST_F(MainPage, ComesToRestAfterEveryChange)
-{
-    Start();
-    size_t nPaints = 0;
-    const auto remember = [&] { nPaints = kvp::PaintsSoFar(); };
-    const auto rests = [&] { EXPECT_EQ(kvp::PaintsSoFar(), nPaints); };
-    std::vector<Person::Step> steps;
-    for (const char *line : {"click 5041", "slide 2147 2", "click 5047", "click 5042", "drop 5040",
-                             "close 5040", "click 5044", "choose 5040 #1", "choose 5079 #1"})
-        steps.insert(steps.end(), {line, remember, rests});
-    steps.push_back("cancel");
-    EXPECT_EQ(Show(steps), 2);
 }
 
 // ---- records and files that the entry points would not let through ------------------------------
@@ -589,7 +536,7 @@ class MainPageInside : public SampleTest
 TEST_F(MainPageInside, ThePapersLineNamesItWithoutItsDimensions)
 {
     Start();
-    const int nPapers = At<DatHeader>(DAT, 0).wPaperCount;
+    const auto nPapers = static_cast<int>(Tables().nPapers);
     const struct {
         int nPaper;
         bool bUserPapers;
@@ -617,9 +564,9 @@ TEST_F(MainPageInside, AnotherVersionLeavesThePageAsItsTemplateIs)
     const struct {
         const char *box;
         std::function<void()> damage;
-    } aRows[] = {{dat, [] { PatchWord(DAT, 2, 257); }},
+    } aRows[] = {{dat, [] { PatchWords(DAT, 2, {257}); }},
                  {dat, [] { CutShort(DAT, 2); }},
-                 {cfg, [] { PatchWord(CFG, 0, 255); }},
+                 {cfg, [] { PatchWords(CFG, 0, {255}); }},
                  {cfg, [] { CutShort(CFG, 1); }}};
     Start();
     const auto asItsTemplate = [] {
@@ -645,6 +592,8 @@ TEST_F(MainPageInside, AnotherVersionLeavesThePageAsItsTemplateIs)
 
 TEST_F(MainPageInside, ASavedSettingThatIsGoneIsCustomAndALostOneIsAutomatic)
 {
+    Start();
+    const auto wSlot = static_cast<uint16_t>(Tables().nAuto + Tables().nPreset + 1);
     const auto automatic = [] {
         EXPECT_EQ(Page(), "Custom, Plain Paper; Normal - 360 dpi, MW Off, HS On, Vivid; 6248 6760; "
                           "1 Speed-Quality");
@@ -661,13 +610,12 @@ TEST_F(MainPageInside, ASavedSettingThatIsGoneIsCustomAndALostOneIsAutomatic)
         int nIndex;
     } aRows[] = {
         {[] { kvp::PutAbsentFile(UCF); }, {lost, automatic}, 0},
-        {[] { PutUserFile(TwoSaved(), 3); }, {version, lost, automatic}, 0},
+        {[] { PutUserFile(aTwoSaved, 3); }, {version, lost, automatic}, 0},
         {[] { CutShort(UCF, 1); }, {version, lost, automatic}, 0},
         {[] { PutUserFile({}); }, {setting("Custom Settings")}, KV_CUSTOM_SETTINGS},
-        {[] { PutUserFile(TwoSaved()); }, {setting("Sixteen bytes ok")}, FirstSlot() + 1},
+        {[] { PutUserFile(aTwoSaved); }, {setting("Sixteen bytes ok")}, wSlot},
     };
-    Start();
-    in.Settings.wIndex = FirstSlot() + 1;
+    in.Settings.wIndex = wSlot;
     for (const auto &row : aRows) {
         row.change();
         auto steps = row.sees;
@@ -680,10 +628,11 @@ TEST_F(MainPageInside, ASavedSettingThatIsGoneIsCustomAndALostOneIsAutomatic)
 
 TEST_F(MainPageInside, ARecordThatLeadsNowhereKeepsItsIndex)
 {
-    PutUserFile(TwoSaved());
+    PutUserFile(aTwoSaved);
     Start();
     in.Settings.wResolution = 30000;
     in.Settings.wMedia = -7;
+    in.Settings.bHT = 200;
     for (const uint32_t bAutoMode : {0u, 1u})
         for (const uint16_t wIndex : {60000, 999, 1000, 50}) {
             in.bAutoMode = bAutoMode;

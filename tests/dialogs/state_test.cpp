@@ -1,29 +1,22 @@
 // The sheet's state: where it comes from, who sees it, and what happens without it.
-#include <array>
-
 #include "base/module.h"
 #include "base/text.h"
 #include "dialogs/helpers.h"
 #include "dialogs/pages.h"
 #include "platform/win32.h"
-#include "resources/main_ids.h"
 #include "tests/dialogs/sheet_fixture.h"
 
 namespace
 {
 
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+
+constexpr DLGPROC aProcs[] = {BasicUIDlgProc, PaperUIDlgProc, UtyUIDlgProc};
 
 class State : public SheetTest
 {
   protected:
     State() { InstallLibrary(KV_TEST_UTILITY, UTILITY); }
-    static INT_PTR Notice(DLGPROC proc, UINT code)
-    {
-        NMHDR notice{nullptr, 0, code};
-        return proc(kvp::TopWindow(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notice));
-    }
 };
 
 TEST_F(State, EverySheetStartsFromNothingAndItsPagesShareTheBlock)
@@ -36,48 +29,34 @@ TEST_F(State, EverySheetStartsFromNothingAndItsPagesShareTheBlock)
         EXPECT_EQ(UIInstance.hResLib, block.hResLib);
     };
     const auto fresh = [] {
-        EXPECT_EQ(UIInstance.nCurSetting, 0);
         EXPECT_EQ(UIInstance.nListState, 0);
         EXPECT_EQ(UIInstance.wAdjState[5], 0);
-        EXPECT_EQ(UIInstance.dwFilling, 0u);
     };
     for (int i = 0; i < 2; ++i) {
-        UIInstance.nCurSetting = 1000;
         UIInstance.nListState = 2000;
         UIInstance.wAdjState[5] = 7;
-        UIInstance.dwFilling = 1;
         EXPECT_EQ(Enter({look, fresh, "page \"Paper\"", look, "page \"Utility\"", look, "ok"}), 1);
         person.ExpectDone();
     }
 }
 
-TEST_F(State, TheUtilityButtonWithTheFocusIsKnown)
+TEST_F(State, TheUtilityButtonWithTheFocusIsKnownUntilAPageIsShown)
 {
-    const auto code = [](BYTE bCode) {
-        return [bCode] { EXPECT_EQ(UIInstance.bButtonDown, bCode); };
+    std::vector<Person::Step> steps;
+    const auto leadsTo = [&](const char *action, BYTE bCode) {
+        steps.insert(steps.end(), {action, [=] { EXPECT_EQ(UIInstance.bButtonDown, bCode); }});
     };
-    const auto stale = [] { UIInstance.bButtonDown = 2; };
-    EXPECT_EQ(Enter({"page \"Utility\"",
-                     code(0),
-                     "focus 2018",
-                     code(2),
-                     "focus 2020",
-                     code(8),
-                     "focus 2019",
-                     code(4),
-                     "key Tab",
-                     code(0),
-                     stale,
-                     "page \"Main\"",
-                     code(0),
-                     stale,
-                     "page \"Paper\"",
-                     code(0),
-                     stale,
-                     "page \"Utility\"",
-                     code(0),
-                     "ok"}),
-              1);
+    leadsTo("page \"Utility\"", 0);
+    leadsTo("focus 2018", 2);
+    leadsTo("focus 2020", 8);
+    leadsTo("focus 2019", 4);
+    leadsTo("key Tab", 0);
+    for (const char *page : {"page \"Main\"", "page \"Paper\"", "page \"Utility\""}) {
+        steps.emplace_back([] { UIInstance.bButtonDown = 2; });
+        leadsTo(page, 0);
+    }
+    steps.emplace_back("ok");
+    EXPECT_EQ(Enter(steps), 1);
     person.ExpectDone();
 }
 
@@ -85,45 +64,21 @@ TEST_F(State, PagesAnswerTheSheetsNotices)
 {
     const struct {
         UINT code;
-        INT_PTR main, paper, utility;
+        INT_PTR answers[3];
     } aRows[] = {
-        {PSN_SETACTIVE, TRUE, TRUE, FALSE},
-        {PSN_KILLACTIVE, FALSE, FALSE, FALSE},
-        {PSN_APPLY, TRUE, TRUE, FALSE},
-        {PSN_RESET, FALSE, FALSE, FALSE},
-        {static_cast<UINT>(-299), TRUE, TRUE, FALSE},
+        {PSN_SETACTIVE, {TRUE, TRUE, FALSE}}, {PSN_KILLACTIVE, {FALSE, FALSE, FALSE}},
+        {PSN_APPLY, {TRUE, TRUE, FALSE}},     {PSN_RESET, {FALSE, FALSE, FALSE}},
+        {UINT(-299), {TRUE, TRUE, FALSE}},
     };
     const auto look = [&] {
-        for (const auto &row : aRows) {
-            SCOPED_TRACE(static_cast<int>(row.code));
-            EXPECT_EQ(Notice(BasicUIDlgProc, row.code), row.main);
-            EXPECT_EQ(Notice(PaperUIDlgProc, row.code), row.paper);
-            EXPECT_EQ(Notice(UtyUIDlgProc, row.code), row.utility);
-        }
-    };
-    EXPECT_EQ(Enter({look, "ok"}), 1);
-}
-
-TEST_F(State, PagesMakeTrackbarsAndTakeTextsFromTheModel)
-{
-    const auto look = [this] {
-        HWND hDlg = kvp::TopWindow();
-        constexpr int ID = 99; // none of the page's
-        HWND hBar = CreateSlideTrackBar(hDlg, 10, 20, 100, 30, ID);
-        EXPECT_EQ(Shown(ID), hBar);
-        POINT at{10, 20};
-        ClientToScreen(hDlg, &at);
-        RECT rc{};
-        GetWindowRect(hBar, &rc);
-        EXPECT_THAT((std::array{rc.left, rc.top, rc.right, rc.bottom}),
-                    ElementsAre(at.x, at.y, at.x + 100, at.y + 30));
-        char szText[256];
-        EXPECT_TRUE(SetStaticText(block.hResLib, hDlg, IDC_MAIN_LEVEL_LEFT, 6660));
-        GetDlgItemTextA(hDlg, IDC_MAIN_LEVEL_LEFT, szText, sizeof szText);
-        EXPECT_STREQ(szText, "CleanHeads");
-        EXPECT_TRUE(SetStaticText(block.hResLib, hDlg, IDC_MAIN_LEVEL_LEFT, 9999));
-        GetDlgItemTextA(hDlg, IDC_MAIN_LEVEL_LEFT, szText, sizeof szText);
-        EXPECT_STREQ(szText, "") << "a missing text";
+        for (const auto &row : aRows)
+            for (size_t i = 0; i < 3; ++i) {
+                NMHDR notice{nullptr, 0, row.code};
+                EXPECT_EQ(
+                    aProcs[i](kvp::TopWindow(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notice)),
+                    row.answers[i])
+                    << static_cast<int>(row.code) << ' ' << i;
+            }
     };
     EXPECT_EQ(Enter({look, "ok"}), 1);
 }
@@ -131,7 +86,7 @@ TEST_F(State, PagesMakeTrackbarsAndTakeTextsFromTheModel)
 // Lists measure their items while they are made; others may ask for colours, or be destroyed.
 TEST_F(State, BeforeItsOpeningAPageTouchesNothing)
 {
-    for (const DLGPROC proc : {BasicUIDlgProc, PaperUIDlgProc, UtyUIDlgProc})
+    for (const DLGPROC proc : aProcs)
         for (const UINT uMsg :
              {WM_DRAWITEM, WM_NOTIFY, WM_COMMAND, WM_HELP, WM_CONTEXTMENU, WM_HSCROLL, WM_VSCROLL})
             EXPECT_EQ(proc(nullptr, uMsg, 0, 0), FALSE) << uMsg;

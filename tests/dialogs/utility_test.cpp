@@ -35,6 +35,10 @@ class UtilityPage : public DialogsTest
         Start();
         InstallLibrary(KV_TEST_UTILITY, UTILITY);
     }
+    static std::function<void()> SeesUtilityPage()
+    {
+        return [] { EXPECT_EQ(GetDlgCtrlID(kvp::TopWindow()), IDD_UTILITY); };
+    }
     // The library's way through one start.
     static std::vector<std::string> Served(const std::string &call,
                                            const std::string &printer = "Office")
@@ -46,10 +50,6 @@ class UtilityPage : public DialogsTest
     {
         return [this, expected] { EXPECT_EQ(BoxesShown(), expected); };
     }
-    std::function<void()> SeesUtilityPage()
-    {
-        return [] { EXPECT_EQ(GetDlgCtrlID(kvp::TopWindow()), IDD_UTILITY); };
-    }
 };
 
 // ---- opening ----------------------------------------------------------------------------------
@@ -58,7 +58,6 @@ TEST_F(UtilityPage, IsUsableWithALibraryOnly)
 {
     Start();
     for (const bool bThere : {false, true}) {
-        SCOPED_TRACE(bThere);
         if (bThere)
             InstallLibrary(KV_TEST_UTILITY, UTILITY);
         const auto look = [bThere] {
@@ -71,7 +70,7 @@ TEST_F(UtilityPage, IsUsableWithALibraryOnly)
     EXPECT_THAT(BoxesShown(), IsEmpty()) << "a library is only looked for";
 }
 
-TEST_F(UtilityPage, TitlesAreBlueOnGrey)
+TEST_F(UtilityPage, TitlesAreBlueOnGreyAlsoInThe3dLook)
 {
     StartWithLibrary();
     const auto isBlue = [](COLORREF color) {
@@ -91,7 +90,7 @@ TEST_F(UtilityPage, TitlesAreBlueOnGrey)
     };
     EXPECT_EQ(ShowUtility({look, "cancel"}), 2);
     InstallLibrary(KV_TEST_CTL3D, CTL3D);
-    EXPECT_EQ(ShowUtility({look, "cancel"}), 2) << "with the 3-D look";
+    EXPECT_EQ(ShowUtility({look, "cancel"}), 2);
 }
 
 // ---- starting ---------------------------------------------------------------------------------
@@ -100,11 +99,12 @@ TEST_F(UtilityPage, AButtonStartsItsUtilityOnceAndTheSheetStays)
 {
     StartWithLibrary();
     for (const auto &utility : aUtilities) {
-        SCOPED_TRACE(utility.call);
-        const std::string strId = std::to_string(utility.button);
-        EXPECT_EQ(ShowUtility({"click " + strId, Heard(Served(utility.call)), SeesUtilityPage(),
-                               "focus " + strId, "key Space", Heard(Served(utility.call)), "ok"}),
-                  1);
+        const std::string id = std::to_string(utility.button);
+        std::vector<Person::Step> steps{"click " + id, Heard(Served(utility.call)), "focus " + id};
+        for (const char *key : {"key Space", "key Enter", "key Enter"})
+            steps.insert(steps.end(), {key, Heard(Served(utility.call)), SeesUtilityPage()});
+        steps.emplace_back("ok");
+        EXPECT_EQ(ShowUtility(steps), 1);
         EXPECT_THAT(BoxesShown(), IsEmpty());
     }
 }
@@ -133,89 +133,45 @@ TEST_F(UtilityPage, NothingHappensWhereNothingIs)
         << "the library has no such function";
 }
 
-// ---- the Enter key ------------------------------------------------------------------------------
-
-TEST_F(UtilityPage, EnterOnAButtonStartsItAndTheSheetStays)
+TEST_F(UtilityPage, EnterElsewhereAndOKByTheMouseCloseTheSheet)
 {
     StartWithLibrary();
-    for (const auto &utility : aUtilities)
-        EXPECT_EQ(ShowUtility({"focus " + std::to_string(utility.button), "key Enter",
-                               Heard(Served(utility.call)), SeesUtilityPage(), "key Enter",
-                               Heard(Served(utility.call)), "cancel"}),
-                  2);
-}
-
-TEST_F(UtilityPage, EnterElsewhereClosesTheSheet)
-{
-    StartWithLibrary();
-    const struct {
-        const char *why;
-        std::vector<Person::Step> way;
-    } aRows[] = {
-        {"no button was touched", {}},
-        {"after another page and back", {"focus 2018", "page \"Main\"", "page \"Utility\""}},
-        {"the focus has moved on to OK", {"focus 2019", "key Tab"}},
-    };
-    for (const auto &row : aRows) {
-        SCOPED_TRACE(row.why);
-        auto way = row.way;
-        way.push_back("key Enter");
+    for (std::vector<Person::Step> way : std::vector<std::vector<Person::Step>>{
+             {"key Enter"}, // no button was touched
+             {"focus 2018", "page \"Main\"", "page \"Utility\"", "key Enter"},
+             {"focus 2019", "key Tab", "key Enter"}, // the focus has moved on
+             {"click 2020", Heard(Served("nozzles")), "ok"}}) {
         EXPECT_EQ(ShowUtility(way), 1);
         EXPECT_THAT(BoxesShown(), IsEmpty());
     }
 }
 
-TEST_F(UtilityPage, OKByTheMouseClosesTheSheetAfterAButton)
-{
-    StartWithLibrary();
-    EXPECT_EQ(ShowUtility({"click 2020", Heard(Served("nozzles")), "ok"}), 1);
-    EXPECT_THAT(BoxesShown(), IsEmpty());
-}
-
 // ---- looks --------------------------------------------------------------------------------------
 
-struct Place {
-    const char *where;
-    int x, y; // from the right and bottom when negative
-    COLORREF color;
-};
-
-void ExpectPixels(int id, const std::vector<Place> &places)
+// Four rows of four pixels from there on, counted from the right and bottom when negative: blacK,
+// White, Face, or another.
+std::string Patch(int id, int x, int y)
 {
     const RECT rc = ClientOf(id);
-    for (const Place &place : places)
-        EXPECT_EQ(PixelOf(id, place.x < 0 ? rc.right + place.x : place.x,
-                          place.y < 0 ? rc.bottom + place.y : place.y),
-                  place.color)
-            << place.where;
+    std::string strPatch;
+    for (int i = 0; i < 16; ++i) {
+        const COLORREF color =
+            PixelOf(id, (x < 0 ? rc.right + x : x) + i % 4, (y < 0 ? rc.bottom + y : y) + i / 4);
+        strPatch += color == BLACK ? 'K' : color == WHITE ? 'W' : color == FACE ? 'F' : '?';
+        strPatch += i % 4 == 3 ? " " : "";
+    }
+    return strPatch;
 }
 
-const std::vector<Place> RAISED = {
-    {"frame, left", 0, 9, BLACK},
-    {"frame, top", 9, 0, BLACK},
-    {"light, left", 1, 9, WHITE},
-    {"light, top", 9, 1, WHITE},
-    {"light begins in the frame", 1, 0, WHITE},
-    {"light ends below", 1, -4, WHITE},
-    {"and no further", 1, -3, FACE},
-    {"light ends at the right", -4, 1, WHITE},
-    {"and no further", -3, 1, FACE},
-    {"inside", 2, 2, FACE},
-    {"shade, right", -1, 9, BLACK},
-    {"shade, right", -2, 9, BLACK},
-    {"no third column", -3, 9, FACE},
-    {"shade, bottom", 9, -1, BLACK},
-    {"shade, bottom", 9, -2, BLACK},
-    {"no third row", 9, -3, FACE},
-};
-const std::vector<Place> SUNKEN = {
-    {"frame, left", 0, 9, BLACK},    {"frame, top", 9, 0, BLACK},
-    {"shade, left", 1, 9, BLACK},    {"shade, top", 9, 1, BLACK},
-    {"inside", 2, 2, FACE},          {"light, right", -1, 9, WHITE},
-    {"light, right", -2, 9, WHITE},  {"light, bottom", 9, -1, WHITE},
-    {"light, bottom", 9, -2, WHITE}, {"light takes the frame's corner", 0, -1, WHITE},
-    {"and the other", -1, 0, WHITE},
-};
+std::vector<std::string> Corners(int id)
+{
+    return {Patch(id, 0, 0), Patch(id, -4, 0), Patch(id, 0, -4), Patch(id, -4, -4)};
+}
+// The light falls from above. Neither it nor the shade reaches all of the corners.
+const std::vector<std::string> RAISED = {"KWKK KWWW KWFF KWFF ", "KKKK WFKK FFKK FFKK ",
+                                         "KWFF KFFF KKKK KKKK ", "FFKK FFKK KKKK KKKK "},
+                               SUNKEN = {"KKKK KKKK KKFF KKFF ", "KKWW KFWW FFWW FFWW ",
+                                         "KKFF KFFF WWWW WWWW ", "FFWW FFWW WWWW WWWW "};
 
 // Asks the page for a button's drawing, as the system does.
 void Draw(int id, UINT action, UINT state, UINT type = ODT_BUTTON)
@@ -236,52 +192,42 @@ void Draw(int id, UINT action, UINT state, UINT type = ODT_BUTTON)
 // Whether the focus rectangle, four pixels from every edge, stands there.
 bool ShowsFocus(int id)
 {
-    const RECT rc = ClientOf(id);
     int nOdd = 0;
-    for (int x = 4; x < rc.right - 4; ++x)
+    for (int x = 4; x < ClientOf(id).right - 4; ++x)
         nOdd += PixelOf(id, x, 4) != FACE;
     EXPECT_EQ(PixelOf(id, 3, 3), FACE);
     return nOdd > 0;
 }
 
-TEST_F(UtilityPage, ButtonsAreRaisedWithTheirPictureCentred)
+// A picture of this size in the middle of the button's face, and no larger.
+void ExpectCentred(int id, int cx, int cy, COLORREF color)
 {
-    StartWithLibrary();
-    const auto look = [] {
-        for (const auto &utility : aUtilities) {
-            SCOPED_TRACE(utility.button);
-            ExpectPixels(utility.button, RAISED);
-            const RECT rc = ClientOf(utility.button);
-            const int x = (rc.right - 8) / 2, y = (rc.bottom - 8) / 2;
-            ExpectPixels(utility.button, {{"its first pixel", x, y, utility.picture},
-                                          {"its last pixel", x + 7, y + 7, utility.picture},
-                                          {"before it", x - 1, y, FACE},
-                                          {"below it", x, y + 8, FACE}});
-        }
-        const RECT rc = ClientOf(IDC_UTILITY_MAKER);
-        const int x = (rc.right - 20) / 2, y = (rc.bottom - 6) / 2;
-        ExpectPixels(IDC_UTILITY_MAKER, {{"no frame", 0, 0, FACE},
-                                         {"its picture", x, y, RGB(255, 255, 0)},
-                                         {"all of it", x + 19, y + 5, RGB(255, 255, 0)},
-                                         {"behind it", x + 20, y, FACE}});
-    };
-    EXPECT_EQ(ShowUtility({look, "cancel"}), 2);
+    const int x = (ClientOf(id).right - cx) / 2, y = (ClientOf(id).bottom - cy) / 2;
+    EXPECT_EQ(PixelOf(id, x, y), color) << id;
+    EXPECT_EQ(PixelOf(id, x + cx - 1, y + cy - 1), color) << id;
+    EXPECT_EQ(PixelOf(id, x - 1, y), FACE) << id;
+    EXPECT_EQ(PixelOf(id, x, y + cy), FACE) << id;
 }
 
-TEST_F(UtilityPage, APressedButtonIsSunken)
+TEST_F(UtilityPage, ButtonsAreRaisedWithTheirPictureCentredAndSunkenWhilePressed)
 {
     StartWithLibrary();
+    const auto raised = [] {
+        for (const auto &utility : aUtilities) {
+            EXPECT_EQ(Corners(utility.button), RAISED);
+            EXPECT_FALSE(ShowsFocus(utility.button));
+            ExpectCentred(utility.button, 8, 8, utility.picture);
+        }
+        EXPECT_EQ(Patch(IDC_UTILITY_MAKER, 0, 0), "FFFF FFFF FFFF FFFF ") << "no frame";
+        ExpectCentred(IDC_UTILITY_MAKER, 20, 6, RGB(255, 255, 0));
+    };
     const auto press = [] { Draw(IDC_UTILITY_CLEANING, ODA_SELECT, ODS_SELECTED | ODS_FOCUS); };
     const auto sunken = [] {
-        ExpectPixels(IDC_UTILITY_CLEANING, SUNKEN);
+        EXPECT_EQ(Corners(IDC_UTILITY_CLEANING), SUNKEN);
         EXPECT_TRUE(ShowsFocus(IDC_UTILITY_CLEANING));
         Draw(IDC_UTILITY_CLEANING, ODA_SELECT, 0);
     };
-    const auto raised = [] {
-        ExpectPixels(IDC_UTILITY_CLEANING, RAISED);
-        EXPECT_FALSE(ShowsFocus(IDC_UTILITY_CLEANING));
-    };
-    EXPECT_EQ(ShowUtility({press, sunken, raised, "cancel"}), 2);
+    EXPECT_EQ(ShowUtility({raised, press, sunken, raised, "cancel"}), 2);
 }
 
 TEST_F(UtilityPage, TheFocusIsSeenWhereItIs)
@@ -299,16 +245,15 @@ TEST_F(UtilityPage, TheFocusIsSeenWhereItIs)
               2);
 }
 
-TEST_F(UtilityPage, OnlyButtonsAreDrawn)
+TEST_F(UtilityPage, OnlyItsButtonsAreDrawn)
 {
     StartWithLibrary();
     const auto draw = [] {
         Draw(IDC_UTILITY_CLEANING, ODA_SELECT, ODS_SELECTED, ODT_COMBOBOX);
-        Draw(IDC_UTILITY_CLEANING_TITLE, ODA_FOCUS,
-             ODS_FOCUS); // a button that the page doesn't know
+        Draw(IDC_UTILITY_CLEANING_TITLE, ODA_FOCUS, ODS_FOCUS);
     };
     const auto look = [] {
-        ExpectPixels(IDC_UTILITY_CLEANING, RAISED);
+        EXPECT_EQ(Corners(IDC_UTILITY_CLEANING), RAISED);
         EXPECT_EQ(PixelOf(IDC_UTILITY_CLEANING_TITLE, 0, 0), GREY);
     };
     EXPECT_EQ(ShowUtility({draw, look, "cancel"}), 2);
@@ -317,13 +262,10 @@ TEST_F(UtilityPage, OnlyButtonsAreDrawn)
 TEST_F(UtilityPage, WithoutPicturesThereAreFramesAndTheFocusStillCounts)
 {
     StartWithLibrary();
-    kvp::PutMemoryFile(std::string(DRIVER_DIR) + "KVUI.DLL", [] {
-        std::ifstream file(KV_DRIVER_RESOURCES, std::ios::binary); // pages, but no pictures
-        return Bytes((std::istreambuf_iterator<char>(file)), {});
-    }());
-    const auto look = [] {
-        ExpectPixels(IDC_UTILITY_NOZZLE, {{"frame", 0, 9, BLACK}, {"inside", 9, 9, GREY}});
-    };
+    std::ifstream pages(KV_DRIVER_RESOURCES, std::ios::binary); // a library without any
+    kvp::PutMemoryFile(std::string(DRIVER_DIR) + "KVUI.DLL",
+                       Bytes((std::istreambuf_iterator<char>(pages)), {}));
+    const auto look = [] { EXPECT_EQ(Patch(IDC_UTILITY_NOZZLE, 0, 0), "KWKK KWWW KW?? KW?? "); };
     // No name of a function either: the library comes and goes, and the sheet stays.
     EXPECT_EQ(ShowUtility({look, "focus 2020", "key Enter",
                            Heard({"utility: loaded", "utility: freed"}), "cancel"}),

@@ -52,6 +52,31 @@ int AskUser(HWND hDlg, HMODULE hResLib, UINT idText, UINT idCaption, UINT uButto
                        LoadText(hResLib, idCaption).c_str(), uButtons);
 }
 
+std::optional<INT_PTR> AnswerColors(HBRUSH *lphBrush, UINT uMsg, WPARAM wParam, LPARAM lParam)
+{
+    switch (uMsg) {
+    case WM_SYSCOLORCHANGE: Change3dColor(); [[fallthrough]];
+    case WM_DESTROY:
+    case WM_CTLCOLORBTN:
+    case WM_CTLCOLORDLG:
+    case WM_CTLCOLORSTATIC: return ChangeBackColor(lphBrush, uMsg, wParam, lParam);
+    default: return std::nullopt;
+    }
+}
+
+INT_PTR AnswerNotice(HWND hDlg, CBSTRUC *lpcbstruc, const HELPID *lpTable, LPARAM lParam,
+                     INT_PTR (*Apply)(HWND hDlg, CBSTRUC *lpcbstruc))
+{
+    switch (reinterpret_cast<const NMHDR *>(lParam)->code) {
+    case PSN_SETACTIVE: lpcbstruc->lpInstance->bButtonDown = 0; return TRUE;
+    case PSN_KILLACTIVE:
+    case PSN_RESET: return FALSE;
+    case PSN_APPLY: return Apply(hDlg, lpcbstruc);
+    case PSN_HELP: ShowHelp(hDlg, lpcbstruc, lpTable, WM_NOTIFY, lParam); return TRUE;
+    default: return TRUE;
+    }
+}
+
 INT_PTR PaintNothing(HWND hDlg)
 {
     PAINTSTRUCT paint;

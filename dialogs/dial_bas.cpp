@@ -113,9 +113,7 @@ static void OnMode(HWND hDlg, DriverDevMode *lpDM, WORD id, WORD)
 
 static void OnInk(HWND hDlg, DriverDevMode *lpDM, WORD id, WORD)
 {
-    for (const Ink &ink : aInks)
-        if (ink.idButton == id)
-            ChangeInk(hDlg, lpDM, ink);
+    ChangeInk(hDlg, lpDM, id == inkColor.idMainButton ? inkColor : inkBlack);
 }
 
 static void OnMedia(HWND hDlg, DriverDevMode *lpDM, WORD, WORD wCode)
@@ -175,9 +173,8 @@ static void ApplyResolution(DriverDevMode *lpDM, const UIINSTANCE *lpInstance)
 }
 
 // Adjustments come last, and from the working state alone: it is theirs whatever was chosen since.
-static INT_PTR OnApply(HWND hDlg)
+static INT_PTR OnApply(HWND, CBSTRUC *lpcbstruc)
 {
-    const CBSTRUC *lpcbstruc = BasicCB(hDlg);
     if (!bUsable)
         return TRUE;
     ApplyEntry(lpcbstruc->lpDevMode, lpcbstruc->lpInstance);
@@ -211,18 +208,6 @@ static INT_PTR OnCommand(HWND hDlg, DriverDevMode *lpDM, WPARAM wParam)
     return FALSE;
 }
 
-static INT_PTR OnNotify(HWND hDlg, LPARAM lParam)
-{
-    switch (reinterpret_cast<const NMHDR *>(lParam)->code) {
-    case PSN_SETACTIVE: BasicCB(hDlg)->lpInstance->bButtonDown = 0; return TRUE;
-    case PSN_KILLACTIVE:
-    case PSN_RESET: return FALSE;
-    case PSN_APPLY: return OnApply(hDlg);
-    case PSN_HELP: ShowHelp(hDlg, BasicCB(hDlg), BasicDlgHelpIDs, WM_NOTIFY, lParam); return TRUE;
-    default: return TRUE;
-    }
-}
-
 // The summary is what the other page changes too, so it is read anew whenever the page is painted,
 // which it is when it is shown.
 static INT_PTR OnPaint(HWND hDlg, DriverDevMode *lpDM)
@@ -243,14 +228,11 @@ static INT_PTR OnDrawItem(HWND hDlg, const DriverDevMode *lpDM, LPARAM lParam)
 
 INT_PTR CALLBACK BasicUIDlgProc(HWND hDlg, UINT uMsg, WPARAM wParam, LPARAM lParam)
 {
+    if (const auto answer = AnswerColors(&hBrush, uMsg, wParam, lParam))
+        return *answer;
     switch (uMsg) { // these need no state
     case WM_INITDIALOG: return OnInitDialog(hDlg, lParam);
     case WM_MEASUREITEM: return MeasureItem(hDlg, lParam, {IDC_MAIN_SETTINGS, IDC_MAIN_MEDIA});
-    case WM_SYSCOLORCHANGE: Change3dColor(); [[fallthrough]];
-    case WM_DESTROY:
-    case WM_CTLCOLORBTN:
-    case WM_CTLCOLORDLG:
-    case WM_CTLCOLORSTATIC: return ChangeBackColor(&hBrush, uMsg, wParam, lParam);
     default: break;
     }
     if (!FindCB(hDlg)) // before WM_INITDIALOG
@@ -259,7 +241,7 @@ INT_PTR CALLBACK BasicUIDlgProc(HWND hDlg, UINT uMsg, WPARAM wParam, LPARAM lPar
     switch (uMsg) {
     case WM_PAINT: return OnPaint(hDlg, lpcbstruc->lpDevMode);
     case WM_COMMAND: return OnCommand(hDlg, lpcbstruc->lpDevMode, wParam);
-    case WM_NOTIFY: return OnNotify(hDlg, lParam);
+    case WM_NOTIFY: return AnswerNotice(hDlg, lpcbstruc, BasicDlgHelpIDs, lParam, OnApply);
     case WM_HSCROLL: return OnScroll(hDlg, lpcbstruc->lpDevMode, lParam);
     case WM_DRAWITEM: return OnDrawItem(hDlg, lpcbstruc->lpDevMode, lParam);
     case WM_HELP:

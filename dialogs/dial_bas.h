@@ -11,6 +11,7 @@
 #ifndef KV_DIALOGS_DIAL_BAS_H
 #define KV_DIALOGS_DIAL_BAS_H
 
+#include "dialogs/inks.h"
 #include "dialogs/settings_table.h"
 #include "resources/main_ids.h"
 #include "resources/pictures.h"
@@ -63,24 +64,6 @@ void TakeCurrent(UIINSTANCE *lpInstance, Take take);
 
 // ---- ink -------------------------------------------------------------------------------------
 
-struct Ink {
-    BYTE bInk;
-    WORD idButton, idPicture;
-    WORD wCode;      // Settings.wInkCode, once it was pressed here
-    int16_t dmColor; // of the record
-};
-constexpr Ink aInks[] = {
-    {.bInk = 0,
-     .idButton = IDC_MAIN_BLACK,
-     .idPicture = PICTURE_INK_BLACK,
-     .wCode = 3,
-     .dmColor = 1},
-    {.bInk = 1,
-     .idButton = IDC_MAIN_COLOR,
-     .idPicture = PICTURE_INK_COLOR,
-     .wCode = 6,
-     .dmColor = 2},
-};
 void ShowInk(HWND hDlg, const Ink &ink); // its button and its picture
 
 // ---- opening (dial_bas_open.cpp) ---------------------------------------------------------------

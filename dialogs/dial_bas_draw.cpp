@@ -81,14 +81,13 @@ static UINT IntentLine(BYTE bIntent)
     return bIntent <= 3 ? INTENT_NAME + bIntent : INTENT_NAME;
 }
 
-// An ink that is neither, from a damaged record, leaves the buttons as they are.
+// An ink that is neither leaves the buttons as they are.
 static void ShowCurrentInk(HWND hDlg, DriverDevMode *lpDM, const UIINSTANCE *lpInstance)
 {
-    for (const Ink &ink : aInks)
-        if (ink.bInk == lpInstance->bInk) {
-            ShowInk(hDlg, ink);
-            lpDM->dm.dmColor = ink.dmColor;
-        }
+    if (const Ink *lpInk = FindInk(lpInstance->bInk)) {
+        ShowInk(hDlg, *lpInk);
+        lpDM->dm.dmColor = lpInk->dmColor;
+    }
 }
 
 // Flags and ink are the working state's, resolution and intent those of the settings in force: the

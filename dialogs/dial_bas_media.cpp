@@ -9,7 +9,7 @@
 // By the program: the button that a person pressed has checked itself already.
 void ShowInk(HWND hDlg, const Ink &ink)
 {
-    CheckRadioButton(hDlg, IDC_MAIN_COLOR, IDC_MAIN_BLACK, ink.idButton);
+    CheckRadioButton(hDlg, IDC_MAIN_COLOR, IDC_MAIN_BLACK, ink.idMainButton);
     BasicCB(hDlg)->lpInstance->idInkBitmap = ink.idPicture;
     RedrawControl(hDlg, IDC_MAIN_INK_PICTURE);
 }

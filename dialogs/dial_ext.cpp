@@ -6,11 +6,11 @@
 
 #include "base/text.h"
 #include "dialogs/helpers.h"
+#include "dialogs/inks.h"
 #include "dialogs/pages.h"
 #include "dialogs/rules.h"
 #include "dialogs/settings_table.h"
 #include "resources/detail_ids.h"
-#include "resources/pictures.h"
 
 CBSTRUC *GetDetailCB(HWND hDlg)
 {
@@ -98,32 +98,16 @@ static INT_PTR OnInitDialog(HWND hDlg, LPARAM lParam)
 
 // ---- ink ------------------------------------------------------------------------------------
 
-struct Ink {
-    BYTE bInk;
-    int16_t sColor; // dmColor
-    WORD wInkCode, idButton, idPicture;
-};
-static constexpr Ink inkBlack{.bInk = 0,
-                              .sColor = 1,
-                              .wInkCode = 3,
-                              .idButton = IDC_DETAIL_BLACK,
-                              .idPicture = PICTURE_INK_BLACK};
-static constexpr Ink inkColor{.bInk = 1,
-                              .sColor = 2,
-                              .wInkCode = 6,
-                              .idButton = IDC_DETAIL_COLOR,
-                              .idPicture = PICTURE_INK_COLOR};
-
 // The record is custom from here on with this ink; a resolution that doesn't take it is left for
 // one of the same name, and the HT choices follow the resolution.
 static void TakeInk(HWND hDlg, CBSTRUC *lpcbstruc, const Ink &ink)
 {
     DriverDevMode *lpDM = lpcbstruc->lpDevMode;
-    CheckRadioButton(hDlg, IDC_DETAIL_BLACK, IDC_DETAIL_COLOR, ink.idButton);
+    CheckRadioButton(hDlg, IDC_DETAIL_BLACK, IDC_DETAIL_COLOR, ink.idDetailButton);
     PutInk(&lpDM->Settings, ink.bInk);
     lpcbstruc->lpInstance->bInk = ink.bInk;
-    lpDM->dm.dmColor = ink.sColor;
-    lpDM->Settings.wInkCode = ink.wInkCode;
+    lpDM->dm.dmColor = ink.dmColor;
+    lpDM->Settings.wInkCode = ink.wCode;
     ReselectResolution(hDlg, lpDM);
     SetHTData(hDlg, lpDM);
     SetHTBmp(hDlg, lpDM);

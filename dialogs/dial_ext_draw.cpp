@@ -59,12 +59,8 @@ static void DrawSignFrame(HDC hdc, const RECT &rc, bool bEnabled)
 
 static void DrawSignText(const DRAWITEMSTRUCT &item, LPCSTR lpSign, COLORREF back)
 {
-    TEXTMETRICA tm{};
-    GetTextMetricsA(item.hDC, &tm);
-    const int x = LOWORD(static_cast<DWORD>(GetDialogBaseUnits())) / 4 * 2;
-    const int y = (item.rcItem.bottom + item.rcItem.top - tm.tmHeight) / 2;
     const COLORREF oldBack = SetBkColor(item.hDC, back);
-    ExtTextOutA(item.hDC, x, y, ETO_OPAQUE | ETO_CLIPPED, &item.rcItem, lpSign, 1, nullptr);
+    DrawItemText(item, lpSign);
     SetBkColor(item.hDC, oldBack);
 }
 

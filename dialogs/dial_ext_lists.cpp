@@ -2,6 +2,7 @@
 // it alone offers: filled, checked and locked as the model's rule for the current resolution says.
 #include "dialogs/dial_ext.h"
 #include "dialogs/helpers.h"
+#include "dialogs/inks.h"
 #include "dialogs/rules.h"
 #include "resources/detail_ids.h"
 #include "resources/pictures.h"
@@ -80,18 +81,16 @@ void SetIntent(HWND hDlg, DriverDevMode *lpDM)
 
 void FillInkOption(HWND hDlg, DriverDevMode *)
 {
-    const BYTE bInk = GetDetailCB(hDlg)->lpInstance->bInk;
-    if (bInk <= 1)
-        CheckRadioButton(hDlg, IDC_DETAIL_BLACK, IDC_DETAIL_COLOR,
-                         bInk ? IDC_DETAIL_COLOR : IDC_DETAIL_BLACK);
+    if (const Ink *lpInk = FindInk(GetDetailCB(hDlg)->lpInstance->bInk))
+        CheckRadioButton(hDlg, IDC_DETAIL_BLACK, IDC_DETAIL_COLOR, lpInk->idDetailButton);
 }
 
 void SetColor(HWND hDlg, DriverDevMode *lpDM)
 {
     UIINSTANCE *lpInstance = GetDetailCB(hDlg)->lpInstance;
     FillInkOption(hDlg, lpDM);
-    if (lpInstance->bInk <= 1)
-        lpInstance->idDetailInkBitmap = lpInstance->bInk ? PICTURE_INK_COLOR : PICTURE_INK_BLACK;
+    if (const Ink *lpInk = FindInk(lpInstance->bInk))
+        lpInstance->idDetailInkBitmap = lpInk->idPicture;
 }
 
 // ---- options --------------------------------------------------------------------------------

@@ -208,7 +208,7 @@ static INT_PTR OnArea(HWND hDlg, DriverDevMode *lpDM, int nArea, WORD wCode)
     return TRUE;
 }
 
-// ---- the sheet's notices --------------------------------------------------------------------
+// ---- Apply ------------------------------------------------------------------------------------
 
 // The margins of the record's paper, or else of the user-defined one: those of saved sizes too.
 static void ApplyMargins(const DatFile &dat, DriverDevMode *lpDM)
@@ -220,8 +220,9 @@ static void ApplyMargins(const DatFile &dat, DriverDevMode *lpDM)
         SetMargins(lpDM, *lpPaper, lpDM->dm.dmPaperWidth);
 }
 
-static INT_PTR OnApply(HWND hDlg, DriverDevMode *lpDM)
+static INT_PTR OnApply(HWND hDlg, CBSTRUC *lpcbstruc)
 {
+    DriverDevMode *lpDM = lpcbstruc->lpDevMode;
     // Without the box nothing is collated.
     SetCollate(hDlg, lpDM, IsDlgButtonChecked(hDlg, IDC_PAPER_COLLATE) == BST_CHECKED);
     // The field is empty on a page alone that could not be filled: the record keeps its number.
@@ -229,18 +230,6 @@ static INT_PTR OnApply(HWND hDlg, DriverDevMode *lpDM)
         lpDM->dm.dmCopies = static_cast<int16_t>(CopiesShown(hDlg));
     ApplyMargins(TablesOf(hDlg), lpDM);
     return TRUE;
-}
-
-static INT_PTR OnNotify(HWND hDlg, CBSTRUC *lpcbstruc, LPARAM lParam)
-{
-    switch (reinterpret_cast<const NMHDR *>(lParam)->code) {
-    case PSN_SETACTIVE: lpcbstruc->lpInstance->bButtonDown = 0; return TRUE;
-    case PSN_KILLACTIVE:
-    case PSN_RESET: return FALSE;
-    case PSN_HELP: ShowHelp(hDlg, lpcbstruc, aPaperDlgHelpIDs, WM_NOTIFY, lParam); return TRUE;
-    case PSN_APPLY: return OnApply(hDlg, lpcbstruc->lpDevMode);
-    default: return TRUE;
-    }
 }
 
 // ---- dispatch -------------------------------------------------------------------------------
@@ -283,14 +272,11 @@ static INT_PTR OnVScroll(HWND hDlg, DriverDevMode *lpDM, WPARAM wParam, LPARAM l
 
 INT_PTR CALLBACK PaperUIDlgProc(HWND hDlg, UINT uMsg, WPARAM wParam, LPARAM lParam)
 {
+    if (const auto answer = AnswerColors(&hBrush, uMsg, wParam, lParam))
+        return *answer;
     switch (uMsg) { // these need no state
     case WM_INITDIALOG: return OnInitDialog(hDlg, lParam);
     case WM_MEASUREITEM: return MeasureItem(hDlg, lParam, {IDC_PAPER_SIZE, IDC_PAPER_SOURCE});
-    case WM_SYSCOLORCHANGE: Change3dColor(); [[fallthrough]];
-    case WM_DESTROY:
-    case WM_CTLCOLORBTN:
-    case WM_CTLCOLORDLG:
-    case WM_CTLCOLORSTATIC: return ChangeBackColor(&hBrush, uMsg, wParam, lParam);
     default: break;
     }
     CBSTRUC *lpcbstruc = FindCB(hDlg);
@@ -303,7 +289,7 @@ INT_PTR CALLBACK PaperUIDlgProc(HWND hDlg, UINT uMsg, WPARAM wParam, LPARAM lPar
         return OnDrawItem(hDlg, *reinterpret_cast<const DRAWITEMSTRUCT *>(lParam), lpDM);
     case WM_HELP:
     case WM_CONTEXTMENU: ShowHelp(hDlg, lpcbstruc, aPaperDlgHelpIDs, uMsg, lParam); return TRUE;
-    case WM_NOTIFY: return OnNotify(hDlg, lpcbstruc, lParam);
+    case WM_NOTIFY: return AnswerNotice(hDlg, lpcbstruc, aPaperDlgHelpIDs, lParam, OnApply);
     case WM_COMMAND: return OnCommand(hDlg, lpDM, LOWORD(wParam), HIWORD(wParam));
     case WM_VSCROLL: return OnVScroll(hDlg, lpDM, wParam, lParam);
     default: return FALSE;

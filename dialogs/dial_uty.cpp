@@ -246,12 +246,11 @@ INT_PTR CALLBACK UtyUIDlgProc(HWND hDlg, UINT uMsg, WPARAM wParam, LPARAM lParam
     case WM_INITDIALOG: return OnInitDialog(hDlg, lParam);
     case WM_PAINT: return PaintNothing(hDlg);
     case WM_DESTROY: return OnDestroy(wParam, lParam);
-    case WM_SYSCOLORCHANGE: Change3dColor(); [[fallthrough]];
-    case WM_CTLCOLORBTN:
-    case WM_CTLCOLORDLG: return ChangeBackColor(&hBrush, uMsg, wParam, lParam);
     case WM_CTLCOLORSTATIC: return OnColorStatic(wParam, lParam);
     default: break;
     }
+    if (const auto answer = AnswerColors(&hBrush, uMsg, wParam, lParam))
+        return *answer;
     if (!FindCB(hDlg)) // before WM_INITDIALOG
         return FALSE;
     switch (uMsg) {

@@ -5,6 +5,7 @@
 
 #include <initializer_list>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "base/handles.h"
@@ -123,6 +124,9 @@ LRESULT SelectText(HWND hDlg, int idCombo, LPCSTR lpText, LRESULT nAfter = -1);
 
 // The text of the item that is drawn, from its list of either kind; empty for no item.
 std::string DrawnText(const DRAWITEMSTRUCT &item);
+// Fills the item's rectangle with the background colour and writes a line of text into it, a little
+// off the left edge and in the middle of the height.
+void DrawItemText(const DRAWITEMSTRUCT &item, LPCSTR lpText);
 // Draws the item's text on its background, in the colours of its state, and along its top or
 // bottom row a dotted black line that sets it apart. Nothing for no item.
 enum class Apart { No, Above, Below };
@@ -130,11 +134,17 @@ void DrawListItem(const DRAWITEMSTRUCT &item, LPCSTR lpText, Apart apart);
 // Whether it is an item of the open list, and not what the selection field shows.
 bool IsInOpenList(const DRAWITEMSTRUCT &item);
 
-// ---- answers to messages: TRUE ---------------------------------------------------------------
+// ---- answers to messages ---------------------------------------------------------------------
 
-// WM_PAINT of a page that draws nothing itself: the page counts as painted.
+// A page's to what it asks of its colours, before it has its state as well: nothing for any other
+// message. lphBrush as above.
+std::optional<INT_PTR> AnswerColors(HBRUSH *lphBrush, UINT uMsg, WPARAM wParam, LPARAM lParam);
+// A page's to the sheet's notices. Apply is its own.
+INT_PTR AnswerNotice(HWND hDlg, CBSTRUC *lpcbstruc, const HELPID *lpTable, LPARAM lParam,
+                     INT_PTR (*Apply)(HWND hDlg, CBSTRUC *lpcbstruc));
+// TRUE to WM_PAINT of a page that draws nothing itself: the page counts as painted.
 INT_PTR PaintNothing(HWND hDlg);
-// WM_MEASUREITEM: the items of the given lists are a line of text high.
+// TRUE to WM_MEASUREITEM: the items of the given lists are a line of text high.
 INT_PTR MeasureItem(HWND hDlg, LPARAM lParam, std::initializer_list<UINT> aLists);
 
 #endif

@@ -10,38 +10,51 @@ void EmptyList(HWND hDlg, int idCombo)
     SendDlgItemMessageA(hDlg, idCombo, CB_RESETCONTENT, 0, 0);
 }
 
+// The two kinds of list do the same by messages of their own.
+struct ListMessages {
+    UINT uInsert, uSetData, uGetSelected, uGetData;
+};
+static constexpr ListMessages COMBO_BOX = {CB_INSERTSTRING, CB_SETITEMDATA, CB_GETCURSEL,
+                                           CB_GETITEMDATA},
+                              LIST_BOX = {LB_INSERTSTRING, LB_SETITEMDATA, LB_GETCURSEL,
+                                          LB_GETITEMDATA};
+static_assert(CB_ERR == LB_ERR);
+
+static LRESULT Append(HWND hDlg, int id, const ListMessages &messages, LPCSTR lpText, LPARAM lData)
+{
+    const LRESULT nItem = SendDlgItemMessageA(hDlg, id, messages.uInsert, AT_THE_END,
+                                              reinterpret_cast<LPARAM>(lpText));
+    SendDlgItemMessageA(hDlg, id, messages.uSetData, static_cast<WPARAM>(nItem), lData);
+    return nItem;
+}
+
 LRESULT AppendItem(HWND hDlg, int idCombo, LPCSTR lpText, LPARAM lData)
 {
-    const LRESULT nItem = SendDlgItemMessageA(hDlg, idCombo, CB_INSERTSTRING, AT_THE_END,
-                                              reinterpret_cast<LPARAM>(lpText));
-    SendDlgItemMessageA(hDlg, idCombo, CB_SETITEMDATA, static_cast<WPARAM>(nItem), lData);
-    return nItem;
+    return Append(hDlg, idCombo, COMBO_BOX, lpText, lData);
 }
 
 LRESULT AppendListItem(HWND hDlg, int idListBox, LPCSTR lpText, LPARAM lData)
 {
-    const LRESULT nItem = SendDlgItemMessageA(hDlg, idListBox, LB_INSERTSTRING, AT_THE_END,
-                                              reinterpret_cast<LPARAM>(lpText));
-    SendDlgItemMessageA(hDlg, idListBox, LB_SETITEMDATA, static_cast<WPARAM>(nItem), lData);
-    return nItem;
+    return Append(hDlg, idListBox, LIST_BOX, lpText, lData);
+}
+
+static LONG DataOfSelected(HWND hDlg, int id, const ListMessages &messages)
+{
+    const LRESULT nItem = SendDlgItemMessageA(hDlg, id, messages.uGetSelected, 0, 0);
+    if (nItem == CB_ERR)
+        return -1;
+    return static_cast<LONG>(
+        SendDlgItemMessageA(hDlg, id, messages.uGetData, static_cast<WPARAM>(nItem), 0));
 }
 
 LONG SelectedData(HWND hDlg, int idCombo)
 {
-    const LRESULT nItem = SendDlgItemMessageA(hDlg, idCombo, CB_GETCURSEL, 0, 0);
-    if (nItem == CB_ERR)
-        return -1;
-    return static_cast<LONG>(
-        SendDlgItemMessageA(hDlg, idCombo, CB_GETITEMDATA, static_cast<WPARAM>(nItem), 0));
+    return DataOfSelected(hDlg, idCombo, COMBO_BOX);
 }
 
 LONG SelectedListData(HWND hDlg, int idListBox)
 {
-    const LRESULT nItem = SendDlgItemMessageA(hDlg, idListBox, LB_GETCURSEL, 0, 0);
-    if (nItem == LB_ERR)
-        return -1;
-    return static_cast<LONG>(
-        SendDlgItemMessageA(hDlg, idListBox, LB_GETITEMDATA, static_cast<WPARAM>(nItem), 0));
+    return DataOfSelected(hDlg, idListBox, LIST_BOX);
 }
 
 // Every item has been appended by its dialog: a library's text or a saved name.
@@ -97,7 +110,7 @@ static void DrawDottedLine(HDC hdc, int nRight, int y)
     SelectObject(hdc, GetStockObject(BLACK_PEN));
 }
 
-static void DrawItemText(const DRAWITEMSTRUCT &item, LPCSTR lpText)
+void DrawItemText(const DRAWITEMSTRUCT &item, LPCSTR lpText)
 {
     TEXTMETRICA tm{};
     GetTextMetricsA(item.hDC, &tm);

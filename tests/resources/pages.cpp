@@ -44,9 +44,10 @@ Dc *DcOf(HDC)
 }
 } // namespace kvp
 
-const void *PlaceOf(int page, LANGID language, const char *library)
+const void *PlaceOf(int page, LANGID language)
 {
-    return InFile(library, kvp::RESOURCE_DIALOG, static_cast<uint16_t>(page), language).data();
+    const auto id = static_cast<uint16_t>(page);
+    return InFile(KV_DRIVER_RESOURCES, kvp::RESOURCE_DIALOG, id, language).data();
 }
 
 Page PageIn(int page, LANGID language, const char *library)

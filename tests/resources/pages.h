@@ -3,7 +3,6 @@
 #ifndef KV_TESTS_RESOURCES_PAGES_H
 #define KV_TESTS_RESOURCES_PAGES_H
 
-#include <array>
 #include <string>
 #include <vector>
 
@@ -18,13 +17,12 @@
 constexpr LANGID ENGLISH = 0x409;
 constexpr LANGID aLanguages[] = {0x407, 0x409, 0x40A, 0x40C, 0x410, 0x416, 0x807, 0x80A,
                                  0x80C, 0x810, 0x816, 0xC07, 0xC0A, 0xC0C, 0x100C};
-constexpr int aPages[] = {IDD_MAIN, IDD_PAPER, IDD_UTILITY};
 
 using Item = kvp::TemplateItem;
 using Page = kvp::DialogTemplate;
 
-// Where a template lies in a library's file; two languages that share one have the same place.
-const void *PlaceOf(int page, LANGID language, const char *library = KV_DRIVER_RESOURCES);
+// Where a template lies in the driver's resources; languages that share one have the same place.
+const void *PlaceOf(int page, LANGID language);
 // A test failure and an empty page when missing or damaged.
 Page PageIn(int page, LANGID language, const char *library = KV_DRIVER_RESOURCES);
 
@@ -33,18 +31,5 @@ bool IsRadio(const Item &item);
 bool IsGroupBox(const Item &item);
 char16_t LetterOf(const Item &item); // its mnemonic in upper case, or 0
 std::string Name(const Item &item);  // for messages
-
-// Runs a check on every page in every language, with both in the failure's trace.
-template <class Check>
-void ForEachPage(Check check)
-{
-    for (const int page : aPages)
-        for (const LANGID language : aLanguages) {
-            char szTrace[64];
-            std::snprintf(szTrace, sizeof szTrace, "page %d in language 0x%X", page, language);
-            SCOPED_TRACE(szTrace);
-            check(PageIn(page, language), page, language);
-        }
-}
 
 #endif

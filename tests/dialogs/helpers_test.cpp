@@ -14,8 +14,6 @@ using ::testing::StrCaseEq;
 
 using Helpers = DialogsTest;
 
-// ---- grey backgrounds -----------------------------------------------------------------------
-
 enum Answer { ZERO, ONE, NULL_BRUSH, THE_BRUSH };
 enum Brush { NONE, SAME, ANOTHER };
 
@@ -91,8 +89,6 @@ TEST_F(Helpers, The3dLookLeavesPagesAlone)
     Check({"afterwards it is", WM_CTLCOLORDLG, false, THE_BRUSH, ANOTHER}, ChangeBackColor);
 }
 
-// ---- the running program --------------------------------------------------------------------
-
 TEST_F(Helpers, AProgramIsJudgedByItsNewerHeader)
 {
     const auto with = [](size_t at, BYTE b) {
@@ -123,8 +119,6 @@ TEST_F(Helpers, AProgramIsJudgedByItsNewerHeader)
         EXPECT_EQ(kvp::CurrentlyHeld().nFiles, 0u);
     }
 }
-
-// ---- the help file --------------------------------------------------------------------------
 
 TEST_F(Helpers, TheHelpFileLiesBesideTheDriver)
 {

@@ -28,8 +28,6 @@ using ::testing::HasSubstr;
 constexpr const char *DAT = "C:\\winnt35\\KJ820PRO.dat", *CFG = "C:\\winnt35\\KJ820PRO.cfg",
                      *UCF = "C:\\winnt35\\system32\\KJ820PRO.ucf";
 
-// ---- the model's files --------------------------------------------------------------------------
-
 DatFile Tables()
 {
     DatFile tables{};
@@ -118,8 +116,6 @@ const std::vector<SettingsRecord> aTwoSaved = {
     Saved(3, 9, 1, 0, "normal", {1, 2, 3, 4, 5, 6}),
     Saved(7, 20, 5, 1, "Sixteen bytes ok", {6, 5, 4, 3, 2, 1})};
 
-// ---- what the page says -------------------------------------------------------------------------
-
 // Setting, media; resolution, MW, HS, intent ("grey" when it is); mode's and ink's picture; the
 // trackbar with its labels, if there is one.
 std::string Page()
@@ -195,8 +191,6 @@ std::string Adjustments(const DriverDevMode &dm)
 }
 
 using MainPage = SampleTest;
-
-// ---- the three states ---------------------------------------------------------------------------
 
 TEST_F(MainPage, AutomaticFollowsMediaInkAndTheTrackbar)
 {
@@ -388,8 +382,6 @@ ok)")),
                            "rule 1, color 1, 180x180 code 1");
 }
 
-// ---- saved settings -----------------------------------------------------------------------------
-
 TEST_F(MainPage, SavedSettingsStandLastAndAreFoundByTheirExactName)
 {
     PutUserFile(aTwoSaved);
@@ -430,8 +422,6 @@ TEST_F(MainPage, AnotherMediaMakesASavedSettingCustomOnWhatStoodBefore)
                            "rule 3, color 1, 720x720 code 1");
     EXPECT_EQ(Adjustments(out), "1 2 3 4 5 6");
 }
-
-// ---- what stays as it was -----------------------------------------------------------------------
 
 TEST_F(MainPage, MediaAndTrackbarLeaveTheAdjustmentsOfAnEarlierChoice)
 {
@@ -477,8 +467,6 @@ cancel)")),
               2);
 }
 
-// ---- painting -----------------------------------------------------------------------------------
-
 TEST_F(MainPage, ADottedLineStandsAboveTheSavedSettingsInTheOpenList)
 {
     PutUserFile(aTwoSaved);
@@ -495,8 +483,6 @@ TEST_F(MainPage, ADottedLineStandsAboveTheSavedSettingsInTheOpenList)
     };
     EXPECT_EQ(Show({"drop 5040", look, "cancel"}), 2);
 }
-
-// ---- records and files that the entry points would not let through ------------------------------
 
 // The sheet inside the test.
 class MainPageInside : public SampleTest

@@ -111,8 +111,6 @@ class PaperPage : public SheetTest
     DriverDevMode fresh{};
 };
 
-// ---- lists ------------------------------------------------------------------------------------
-
 TEST_F(PaperPage, ListsWhatTheSourceFeedsAndFindsItsPaper)
 {
     const struct {
@@ -203,8 +201,6 @@ TEST_F(PaperPage, AChoiceOfPaperOrSourceMakesItsRecord)
     }
 }
 
-// ---- copies, orientation, printable area --------------------------------------------------------
-
 TEST_F(PaperPage, CopiesStayBetween1And99)
 {
     const struct {
@@ -263,8 +259,6 @@ TEST_F(PaperPage, TheSourcesRulesAreAppliedWhenThePageIsShown)
     }
 }
 
-// ---- the preview, and other drawing -------------------------------------------------------------
-
 TEST_F(PaperPage, ThePreviewTellsPaperSourceOrientationAndArea)
 {
     StandOn(5, 769, 7, 1); // class 2, second source
@@ -321,8 +315,6 @@ TEST_F(PaperPage, ALineSetsSavedSizesApartInTheOpenList)
     }
 }
 
-// ---- Apply --------------------------------------------------------------------------------------
-
 TEST_F(PaperPage, ApplySetsTheMargins)
 {
     const struct {
@@ -353,8 +345,6 @@ TEST_F(PaperPage, ApplySetsTheMargins)
     Visit({}, "ok");
     EXPECT_EQ(dm.wMarginLeft, 1) << "neither the paper nor a user-defined one";
 }
-
-// ---- files --------------------------------------------------------------------------------------
 
 TEST_F(PaperPage, SaysWhichFileCannotServe)
 {
@@ -407,8 +397,6 @@ TEST_F(PaperPage, SaysWhichFileCannotServe)
     EXPECT_EQ(UIInstance.dat.lpUserPapers[1].wMark, 0) << "a slot of the last file but one";
     EXPECT_STREQ(UIInstance.dat.lpUserPapers[1].szName, "");
 }
-
-// ---- the samples --------------------------------------------------------------------------------
 
 using PaperPageOfSamples = SampleTest;
 

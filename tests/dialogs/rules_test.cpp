@@ -125,8 +125,6 @@ class Rules : public MachineTest
     std::string strSelected;
 };
 
-// ---- options --------------------------------------------------------------------------------
-
 TEST_F(Rules, TheTwoMWOptionsFollowTheirCodes)
 {
     constexpr WORD NONE = 0, FIRST = 1, SECOND = 2, BOTH = 3;
@@ -242,8 +240,6 @@ TEST_F(Rules, WhatIsNotAllowedGivesWay)
     }
 }
 
-// ---- the resolution for a choice --------------------------------------------------------------
-
 TEST_F(Rules, AResolutionIsFoundByItsNames)
 {
     Put({RuleFor(3, 1), RuleFor(0, 0), RuleFor(1, 1), RuleFor(2, 1), RuleFor(4, 1),
@@ -318,8 +314,6 @@ TEST_F(Rules, AResolutionWithoutARuleIsJudgedByTheFirst)
     }
 }
 
-// ---- lists of media ---------------------------------------------------------------------------
-
 TEST_F(Rules, AutomaticMediaAreThoseOfTheInkEachOnce)
 {
     // Names come from the resolutions (Plain, Film, Film Deluxe), numbers from the records.
@@ -335,19 +329,6 @@ TEST_F(Rules, AutomaticMediaAreThoseOfTheInkEachOnce)
     EXPECT_EQ(strSelected, "Plain");
     UIInstance.bInk = 0;
     EXPECT_THAT(Fill(MEDIA_AUTOMATIC), ElementsAre("Card=23", "=26"));
-}
-
-TEST_F(Rules, PredefinedMediaAreThoseOfTheCurrentName)
-{
-    PutSettings(1, {Record(5, 0, 0, 1), Record(5, 0, 3, 1), Record(5, 0, 1, 0), Record(6, 0, 4, 1),
-                    Record(5, 0, 4, 1), Record(5, 0, 4, 1)});
-    UIInstance.nCurSetting = 4;
-    EXPECT_THAT(Fill(MEDIA_PRESET), ElementsAre("Plain=3", "Card=4", "Card=4"));
-    EXPECT_EQ(strSelected, "Card");
-    for (const int nNone : {KV_CUSTOM_SETTINGS, -1, 6}) {
-        UIInstance.nCurSetting = nNone;
-        EXPECT_THAT(Fill(MEDIA_PRESET), IsEmpty());
-    }
 }
 
 TEST_F(Rules, CustomMediaAreThoseOfTheResolutionsName)

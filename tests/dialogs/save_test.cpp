@@ -31,11 +31,6 @@ constexpr const char *ANOTHER = R"(type 5204 "Another")", *PRESS_SAVE = "click 5
                      *PRESS_DELETE = "click 2017",
                      *USER_FILE = "C:\\winnt35\\system32\\KJ820PRO.ucf";
 
-struct NameRow {
-    const char *why, *typed, *kept;
-    bool bSave, bDelete;
-};
-
 class SaveDialog : public SampleTest
 {
   protected:
@@ -87,21 +82,6 @@ class SaveDialog : public SampleTest
         person.ExpectDone();
         return nResult;
     }
-    void TypeAll(std::span<const NameRow> rows)
-    {
-        std::vector<Person::Step> steps;
-        for (const NameRow &row : rows) {
-            steps.emplace_back(std::string("type 5204 \"") + row.typed + '"');
-            steps.emplace_back([&row] {
-                SCOPED_TRACE(row.why);
-                EXPECT_EQ(SeenText(IDC_SAVE_NAME), row.kept);
-                EXPECT_EQ(Seen(IDC_SAVE_SAVE)["enabled"], row.bSave);
-                EXPECT_EQ(Seen(IDC_SAVE_DELETE)["enabled"], row.bDelete);
-            });
-        }
-        steps.emplace_back("cancel");
-        EXPECT_EQ(Open(steps), 0);
-    }
     static SettingsRecord &Slot(size_t n) { return UIInstance.dat.lpSettings[FIRST_SLOT + n]; }
     // Every slot as its name, or "-", with its number and what it was made with.
     static std::vector<std::string> Slots()
@@ -130,11 +110,12 @@ class SaveDialog : public SampleTest
     CBSTRUC block{&dm, &UIInstance, nullptr, nullptr, nullptr};
 };
 
-// ---- the name -------------------------------------------------------------------------------
-
 TEST_F(SaveDialog, ANameSaysWhatCanBeDoneWithIt)
 {
-    constexpr NameRow aRows[] = {
+    constexpr struct {
+        const char *why, *typed, *kept;
+        bool bSave, bDelete;
+    } aRows[] = {
         {"a new one", "Holidays", "Holidays", true, false},
         {"a saved one", "Slides", "Slides", true, true},
         {"nothing", "", "", false, false},
@@ -147,25 +128,16 @@ TEST_F(SaveDialog, ANameSaysWhatCanBeDoneWithIt)
         {"a lead byte elsewhere, at the cut", "abcdefghijklmnoéq", "abcdefghijklmno", true, false},
     };
     Keep({"Slides", "SixteenBytesLong"});
-    TypeAll(aRows);
+    for (const auto &row : aRows) {
+        const auto look = [&] {
+            SCOPED_TRACE(row.why);
+            EXPECT_EQ(SeenText(IDC_SAVE_NAME), row.kept);
+            EXPECT_EQ(Seen(IDC_SAVE_SAVE)["enabled"], row.bSave);
+            EXPECT_EQ(Seen(IDC_SAVE_DELETE)["enabled"], row.bDelete);
+        };
+        EXPECT_EQ(Open({std::string("type 5204 \"") + row.typed + '"', look, "cancel"}), 0);
+    }
 }
-
-TEST_F(SaveDialog, ACutSplitsNoCharacter)
-{
-    constexpr NameRow aRows[] = {
-        {"16 bytes", "年賀状の設定です", "年賀状の設定です", true, true},
-        {"the 16th leads", "2年賀状の設定です", "2年賀状の設定で", true, false},
-        {"the 16th only looks like it", "年賀状の設定でんき", "年賀状の設定でん", true, false},
-        {"the page's label", "手動設定", "手動設定", false, false},
-    };
-    machine.wLang = 0x0411;
-    machine.uAnsiCodePage = 932;
-    Apply();
-    Keep({"\x94\x4E\x89\xEA\x8F\xF3\x82\xCC\x90\xDD\x92\xE8\x82\xC5\x82\xB7"});
-    TypeAll(aRows);
-}
-
-// ---- saving ---------------------------------------------------------------------------------
 
 TEST_F(SaveDialog, ANewSettingComesFirstAndBecomesCurrent)
 {
@@ -216,8 +188,6 @@ TEST_F(SaveDialog, AFullTableTakesNothingNotEvenAReplacement)
     EXPECT_TRUE(Saved().empty());
 }
 
-// ---- deleting -------------------------------------------------------------------------------
-
 TEST_F(SaveDialog, WhatIsCurrentSurvivesADeletion)
 {
     const struct {
@@ -248,21 +218,14 @@ TEST_F(SaveDialog, WhatIsCurrentSurvivesADeletion)
 TEST_F(SaveDialog, NothingHappensWithoutAYes)
 {
     Keep({"Slides", "Letters"}, FIRST_SLOT);
-    for (const std::vector<Person::Step> &way :
-         {std::vector<Person::Step>{ANOTHER, "key Escape"},
-          std::vector<Person::Step>{R"(choose 5226 "Slides")", PRESS_DELETE, "box cancel"}}) {
-        EXPECT_EQ(Open(way), 0);
-        EXPECT_THAT(Slots(), ElementsAre("Slides 8 108", "Letters 9 109", "- 10 110"));
-        EXPECT_EQ(UIInstance.nCurSetting, FIRST_SLOT);
-        EXPECT_TRUE(Saved().empty());
-    }
+    EXPECT_EQ(Open({ANOTHER, "key Escape"}), 0);
+    EXPECT_EQ(Open({R"(choose 5226 "Slides")", PRESS_DELETE, "box cancel"}), 0);
+    EXPECT_THAT(Slots(), ElementsAre("Slides 8 108", "Letters 9 109", "- 10 110"));
+    EXPECT_EQ(UIInstance.nCurSetting, FIRST_SLOT);
+    EXPECT_TRUE(Saved().empty());
 }
 
-// ---- from the Main page ---------------------------------------------------------------------
-
-class SavedSettings : public SampleTest
-{
-};
+using SavedSettings = SampleTest;
 
 TEST_F(SavedSettings, AreFoundAgainAndDeletedFromTheMainPage)
 {
@@ -286,8 +249,6 @@ TEST_F(SavedSettings, AreFoundAgainAndDeletedFromTheMainPage)
         1);
     EXPECT_EQ(out.Settings.wIndex, KV_CUSTOM_SETTINGS);
 }
-
-// ---- About ----------------------------------------------------------------------------------
 
 TEST_F(SaveDialog, AboutShowsMakerAndModelAndOnlyCloses)
 {

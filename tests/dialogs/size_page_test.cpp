@@ -118,19 +118,4 @@ TEST_F(SizesOnThePaperPage, SavedSizesAreFoundAgainByThePageAndByApplications)
     EXPECT_THAT(PapersTold(in), Contains(Paper{768, "Map", 1000, 1500})) << "outlives Cancel";
 }
 
-TEST_F(SizesOnThePaperPage, JapaneseNamesComeBackWhole)
-{
-    machine.wLang = 0x0411;
-    machine.uAnsiCodePage = 932;
-    Apply();
-    Start(SMALL_SAMPLE);
-    const Steps save = SavedAs("aソ表紙あいうえおかきくけこ", "1000", "1500");
-    constexpr const char *CUT = "aソ表紙あいうえおかきく";
-    EXPECT_EQ(Show(Together({{"page \"Paper\"", "choose 5040 \"ユーザー定義サイズ\""},
-                             save,
-                             {OK, SeesPaper(CUT), "ok"}})),
-              IDOK);
-    EXPECT_THAT(PapersTold(out), Contains(Paper{768, CUT, 1000, 1500}));
-}
-
 } // namespace

@@ -159,8 +159,6 @@ class SizeDialog : public SampleTest
     DriverDevMode dm{};
 };
 
-// ---- size, unit, limits -----------------------------------------------------------------------
-
 TEST_F(SizeDialog, OpensWithTheRecordsSizeAndUnitAndConvertsBetweenUnits)
 {
     constexpr const char *A4_MM = "User Defined: 2100 x 2970 mm, ok",
@@ -220,8 +218,6 @@ TEST_F(SizeDialog, NumbersAreKeptWithinTheirLimits)
     EXPECT_EQ(+dm.lPaperLength, 980);
 }
 
-// ---- names ------------------------------------------------------------------------------------
-
 TEST_F(SizeDialog, NamesThatAPaperCouldBeTakenForAreRefused)
 {
     SaveAll({"Card", "Card 2"});
@@ -274,8 +270,6 @@ TEST_F(SizeDialog, LongNamesAreCutBetweenCharacters)
         EXPECT_EQ(Open({Name(row.typed), SAVE, look, OK}), nSaved++);
     }
 }
-
-// ---- saving, choosing, deleting ---------------------------------------------------------------
 
 TEST_F(SizeDialog, ASavedSizeIsChosenAgainWithItsUnitAndItsLimits)
 {
@@ -360,8 +354,6 @@ TEST_F(SizeDialog, ADirectoryThatCannotBeWrittenKeepsTheFileAndTheSheetItsSizes)
     EXPECT_EQ(SlotsInFile(2), Slots(UIInstance.dat, 2)) << "the next save takes both along";
 }
 
-// ---- looks ------------------------------------------------------------------------------------
-
 TEST_F(SizeDialog, TheUserDefinedEntryIsSetApartAndLimitsAreGrey)
 {
     SaveAll({"Card"});
@@ -381,8 +373,6 @@ TEST_F(SizeDialog, TheUserDefinedEntryIsSetApartAndLimitsAreGrey)
     Open({look, CANCEL});
     Open({look, CANCEL}); // the brush is kept
 }
-
-// ---- kept as they are -------------------------------------------------------------------------
 
 TEST_F(SizeDialog, ANewSizeMakesARefusedNameGoodAgain)
 {

@@ -52,8 +52,6 @@ class UtilityPage : public DialogsTest
     }
 };
 
-// ---- opening ----------------------------------------------------------------------------------
-
 TEST_F(UtilityPage, IsUsableWithALibraryOnly)
 {
     Start();
@@ -92,8 +90,6 @@ TEST_F(UtilityPage, TitlesAreBlueOnGreyAlsoInThe3dLook)
     InstallLibrary(KV_TEST_CTL3D, CTL3D);
     EXPECT_EQ(ShowUtility({look, "cancel"}), 2);
 }
-
-// ---- starting ---------------------------------------------------------------------------------
 
 TEST_F(UtilityPage, AButtonStartsItsUtilityOnceAndTheSheetStays)
 {
@@ -145,8 +141,6 @@ TEST_F(UtilityPage, EnterElsewhereAndOKByTheMouseCloseTheSheet)
         EXPECT_THAT(BoxesShown(), IsEmpty());
     }
 }
-
-// ---- looks --------------------------------------------------------------------------------------
 
 // Four rows of four pixels from there on, counted from the right and bottom when negative: blacK,
 // White, Face, or another.

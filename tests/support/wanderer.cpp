@@ -8,25 +8,11 @@
 
 using nlohmann::json;
 
-static constexpr std::array aTexts = {"",
-                                      "0",
-                                      "1",
-                                      "7",
-                                      "-5",
-                                      "+12",
-                                      "99",
-                                      "150",
-                                      "2100",
-                                      "9999",
-                                      "-99999",
-                                      "999999999",
-                                      "x\"\"",
-                                      "Name",
-                                      "A4",
-                                      "   ",
-                                      "-",
-                                      "Sizes of a name that is far too long",
-                                      "User Defined"};
+// clang-format off
+static constexpr std::array aTexts = {
+    "", "0", "1", "7", "-5", "+12", "99", "150", "2100", "9999", "-99999", "999999999", "x\"\"",
+    "Name", "A4", "   ", "-", "Sizes of a name that is far too long", "User Defined"};
+// clang-format on
 static constexpr std::array aKeys = {"Tab",  "Shift+Tab", "Space", "Up",    "Down", "Left",
                                      "Home", "End",       "F1",    "Right", "Enter"};
 

@@ -65,6 +65,12 @@ void SetUpMachine(bool bWindows)
 
 // ---- the commands ---------------------------------------------------------------------------
 
+// What a caller's variable that was never set leaves is a mistake, not "none".
+std::string NotEmpty(const std::string &value)
+{
+    return value.empty() ? "must not be empty" : "";
+}
+
 void AddPrinterOption(CLI::App &command, Request &request)
 {
     command.add_option("-p,--printer", request.strPrinter, "the printer's name")->required();
@@ -77,12 +83,14 @@ void AddJsonOption(CLI::App &command, Request &request)
 
 void AddInOption(CLI::App &command, Request &request)
 {
-    command.add_option("--in", request.strIn, "file with a settings record to merge");
+    command.add_option("--in", request.strIn, "file with a settings record to merge")
+        ->check(NotEmpty);
 }
 
 void AddOutOption(CLI::App &command, Request &request)
 {
-    command.add_option("--out", request.strOut, "file that receives the settings record");
+    command.add_option("--out", request.strOut, "file that receives the settings record")
+        ->check(NotEmpty);
 }
 
 void TakeAddPrinter(CLI::App &command, Request &request)
@@ -132,7 +140,8 @@ void TakeItem(CLI::App &command, Request &request)
 void TakeDefault(CLI::App &command, Request &request)
 {
     AddPrinterOption(command, request);
-    CLI::Option *pIn = command.add_option("--in", request.strIn, "file with the record to keep");
+    CLI::Option *pIn =
+        command.add_option("--in", request.strIn, "file with the record to keep")->check(NotEmpty);
     CLI::Option *pClear = command.add_flag("--clear", request.bClear, "keep none any more");
     AddOutOption(command, request);
     AddJsonOption(command, request);
@@ -166,8 +175,11 @@ constexpr struct {
 int Run(CLI::App &app, Request &request, int argc, char **argv)
 {
     app.fallthrough();
+    app.require_subcommand(0, 1);
     for (MachineOption &option : aMachineOptions)
-        app.add_option(option.lpszOption, option.strValue, option.lpszHelp)->group("Machine");
+        app.add_option(option.lpszOption, option.strValue, option.lpszHelp)
+            ->check(NotEmpty)
+            ->group("Machine");
     for (const auto &command : aCommands)
         command.take(*app.add_subcommand(command.lpszName, command.lpszHelp), request);
     app.parse(argc, argv);

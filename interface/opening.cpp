@@ -37,8 +37,17 @@ Opening FillSettings(HANDLE hPrinter, OpenedPrinter *lpPrinter)
     return bFilled ? Opening::Done : Opening::NoSettings;
 }
 
+bool HasSettings(const DriverDevMode &dm)
+{
+    return dm.dm.dmOrientation != 0;
+}
+
 Opening OpenSettings(HANDLE hPrinter, OpenedPrinter *lpPrinter)
 {
-    const Opening opened = OpenModel(hPrinter, lpPrinter);
-    return opened == Opening::Done ? FillSettings(hPrinter, lpPrinter) : opened;
+    Opening opened = OpenModel(hPrinter, lpPrinter);
+    if (opened == Opening::Done)
+        opened = FillSettings(hPrinter, lpPrinter);
+    if (opened == Opening::Done && !HasSettings(lpPrinter->dm))
+        opened = Opening::NoSettings;
+    return opened;
 }

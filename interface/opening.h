@@ -28,7 +28,12 @@ Opening OpenModel(HANDLE hPrinter, OpenedPrinter *lpPrinter);
 // Fills an opened model's working record with the printer's settings: the spooler's default
 // record, else the model's defaults. Done or NoSettings.
 Opening FillSettings(HANDLE hPrinter, OpenedPrinter *lpPrinter);
-// Both.
+// Both; NoSettings also when the record was filled but has no settings.
 Opening OpenSettings(HANDLE hPrinter, OpenedPrinter *lpPrinter);
+
+// Whether the model's files, when they were read for a record, gave it any settings: defaults whose
+// files fail on the way are a record with names and nothing else, which no page can show and nobody
+// can read back. Every other record has an orientation.
+bool HasSettings(const DriverDevMode &dm);
 
 #endif

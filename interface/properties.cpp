@@ -112,7 +112,8 @@ static BOOL Properties(HANDLE hPrinter)
     DriverDevMode stored;
     if (!KVGetPrinterData(hPrinter, &stored)) {
         KVGetDefDevmode(&printer.dm, printer.printerRecord.get(), hPrinter);
-        KVSetPrinterData(hPrinter, &printer.dm);
+        if (HasSettings(printer.dm))
+            KVSetPrinterData(hPrinter, &printer.dm);
     }
     ShowModelMessage(printer.ansiModel.get(), hPrinter);
     return FALSE;

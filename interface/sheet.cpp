@@ -12,6 +12,7 @@
 #include "datafile/mw.h"
 #include "dialogs/helpers.h"
 #include "dialogs/pages.h"
+#include "interface/opening.h"
 #include "resources/main_ids.h"
 #include "resources/paper_ids.h"
 #include "resources/utility_ids.h"
@@ -84,7 +85,7 @@ static LONG ShowSheet(DriverDevMode *lpDM, HINSTANCE hInstance, HWND hWnd, CBSTR
     lpcbstruc->lpInstance = &UIInstance;
     InitCommonControls();
     const LibraryPtr library = LoadUILibrary(AnsiModelName(lpDM).c_str(), lpcbstruc->hPrinter);
-    if (!library)
+    if (!library || !HasSettings(*lpDM))
         return -1;
     lpcbstruc->hResLib = UIInstance.hResLib = library.get();
     FillPages(hInstance, lpcbstruc);

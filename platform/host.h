@@ -64,7 +64,7 @@ KV_API void ClearMemoryFiles();
 
 // ---- ordered failures and hostile memory (kernel) -------------------------------------------
 
-enum class Call { OpenFile, Read, Write, Close, Alloc, Store, LoadLibrary, Count };
+enum class Call { OpenFile, Read, Write, Close, Alloc, Store, LoadLibrary, SystemVersion, Count };
 // The n-th call of this kind from now on fails once (0 is the next one); -1 cancels.
 KV_API void FailCall(Call call, int n);
 // Calls of this kind since the last FailCall for it, so that a test knows when n was too large.

@@ -108,6 +108,8 @@ BOOL WINAPI GetVersionExW(OSVERSIONINFOW *lpVersionInformation)
         return kvp::Fail(ERROR_INVALID_PARAMETER, FALSE);
     if (lpVersionInformation->dwOSVersionInfoSize != sizeof(OSVERSIONINFOW))
         return kvp::Fail(ERROR_INSUFFICIENT_BUFFER, FALSE);
+    if (kvp::ShouldFail(kvp::Call::SystemVersion))
+        return kvp::Fail(kvp::ERROR_NOT_ENOUGH_MEMORY, FALSE);
     const kvp::Machine &machine = kvp::CurrentMachine();
     *lpVersionInformation = {.dwOSVersionInfoSize = sizeof(OSVERSIONINFOW),
                              .dwMajorVersion = machine.dwMajor,

@@ -2,7 +2,6 @@
 #include "tests/interface/fixture.h"
 
 #include <algorithm>
-#include <cstring>
 #include <fstream>
 #include <iterator>
 
@@ -13,36 +12,17 @@ const char *const INSTALL_MESSAGE =
     "Please reinstall the printer driver by using the Setup Disk.\n"
     "Then necessary files are copied to your PC.\n";
 
-PlacedRecord::PlacedRecord(size_t cbRecord, BYTE bFill)
-    : cb(cbRecord), fill(bFill), bytes(cbGuard + cbRecord + cbGuard, bFill)
+bool PlacedRecord::UntouchedFrom(size_t cb) const
 {
+    Bytes expected = PlacedRecord().bytes;
+    std::copy_n(bytes.begin() + cbGuard, cb, expected.begin() + cbGuard);
+    return bytes == expected;
 }
 
-DriverDevMode *PlacedRecord::Get()
+Bytes BytesOf(const DriverDevMode &dm)
 {
-    return reinterpret_cast<DriverDevMode *>(bytes.data() + cbGuard);
-}
-
-Bytes PlacedRecord::Content() const
-{
-    return Bytes(bytes.begin() + cbGuard, bytes.end() - cbGuard);
-}
-
-bool PlacedRecord::Untouched() const
-{
-    return std::ranges::all_of(bytes, [this](BYTE b) { return b == fill; });
-}
-
-bool PlacedRecord::GuardsHold() const
-{
-    const auto isFill = [this](BYTE b) { return b == fill; };
-    return std::all_of(bytes.begin(), bytes.begin() + cbGuard, isFill) &&
-           std::all_of(bytes.end() - cbGuard, bytes.end(), isFill);
-}
-
-void PlacedRecord::Put(const DriverDevMode &dm)
-{
-    std::memcpy(bytes.data() + cbGuard, &dm, std::min(cb, sizeof dm));
+    const auto *from = reinterpret_cast<const BYTE *>(&dm);
+    return Bytes(from, from + sizeof dm);
 }
 
 InterfaceTest::InterfaceTest()
@@ -73,10 +53,22 @@ void InterfaceTest::Start()
     hPrinter = queue->hPrinter;
 }
 
+LONG InterfaceTest::Document(DriverDevMode *lpOut, DriverDevMode *lpIn, DWORD dwFlags)
+{
+    SetLastError(1);
+    return driver.DrvDocumentProperties(nullptr, hPrinter, nullptr, lpOut, lpIn, dwFlags);
+}
+
+LONG InterfaceTest::Advanced(DriverDevMode *lpOut, DriverDevMode *lpIn)
+{
+    SetLastError(1);
+    return driver.DrvAdvancedDocumentProperties(nullptr, hPrinter, nullptr, lpOut, lpIn);
+}
+
 DriverDevMode InterfaceTest::Settings()
 {
     DriverDevMode dm{};
-    EXPECT_EQ(driver.DrvDocumentProperties(nullptr, hPrinter, nullptr, &dm, nullptr, DM_COPY), 1);
+    EXPECT_EQ(Document(&dm, nullptr, DM_COPY), 1);
     return dm;
 }
 
@@ -86,4 +78,20 @@ DriverDevMode InterfaceTest::SevenCopies()
     dm.dm.dmFields = KV_DM_COPIES;
     dm.dm.dmCopies = 7;
     return dm;
+}
+
+Bytes StoredWith(HANDLE hPrinter)
+{
+    Bytes value(2000);
+    DWORD dwType = 0, cb = 0;
+    const DWORD dwError = GetPrinterDataW(hPrinter, u"KVDeviceMode", &dwType, value.data(),
+                                          static_cast<DWORD>(value.size()), &cb);
+    value.resize(dwError == ERROR_SUCCESS ? cb : 0);
+    return value;
+}
+
+void StoreWith(HANDLE hPrinter, Bytes value)
+{
+    SetPrinterDataW(hPrinter, u"KVDeviceMode", REG_BINARY, value.data(),
+                    static_cast<DWORD>(value.size()));
 }

@@ -10,27 +10,25 @@
 #include "tests/support/machine.h"
 #include "tests/support/model_builder.h"
 
-// The text of strings 6910 to 6914 in English.
+// The text of strings 6910 to 6914 in English, in its box.
 extern const char *const INSTALL_MESSAGE;
 
-// A record in memory of its own: the given number of bytes at an odd address, with nothing but
-// guards around it.
+// A caller's record in memory of its own, at an odd address, with nothing but guards around it.
 class PlacedRecord
 {
   public:
-    explicit PlacedRecord(size_t cb = KV_DEVMODESIZE, BYTE fill = 0xCD);
-    DriverDevMode *Get();
-    Bytes Content() const;
-    bool Untouched() const; // every byte is still the fill, guards as well
-    bool GuardsHold() const;
-    void Put(const DriverDevMode &dm); // as many of its bytes as fit
+    DriverDevMode *Get() { return reinterpret_cast<DriverDevMode *>(bytes.data() + cbGuard); }
+    Bytes Content() const { return Bytes(bytes.begin() + cbGuard, bytes.end() - cbGuard); }
+    // Nothing was written but, if anything, the record's first bytes.
+    bool UntouchedFrom(size_t cb) const;
+    bool Untouched() const { return UntouchedFrom(0); }
 
   private:
     static constexpr size_t cbGuard = 9;
-    size_t cb;
-    BYTE fill;
-    Bytes bytes;
+    Bytes bytes = Bytes(cbGuard + KV_DEVMODESIZE + cbGuard, 0xCD);
 };
+
+Bytes BytesOf(const DriverDevMode &dm);
 
 class InterfaceTest : public MachineTest
 {
@@ -41,6 +39,9 @@ class InterfaceTest : public MachineTest
     void InstallUILibrary(const std::string &base = "KVUI");
     // Everything in place: files, table, UI library, the driver loaded, a queue opened.
     void Start();
+    // The calls for the queue, with a last error that no entry point sets.
+    LONG Document(DriverDevMode *lpOut, DriverDevMode *lpIn, DWORD dwFlags);
+    LONG Advanced(DriverDevMode *lpOut, DriverDevMode *lpIn);
     // The record that the driver gives for the queue.
     DriverDevMode Settings();
     // An application's record: ours, with seven copies.
@@ -51,5 +52,9 @@ class InterfaceTest : public MachineTest
     std::unique_ptr<OpenQueue> queue;
     HANDLE hPrinter = nullptr;
 };
+
+// What is stored with the printer under the driver's name for it; empty when nothing is.
+Bytes StoredWith(HANDLE hPrinter);
+void StoreWith(HANDLE hPrinter, Bytes value);
 
 #endif

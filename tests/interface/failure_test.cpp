@@ -1,0 +1,125 @@
+// Every call that an entry point makes of the outside fails once, each in its turn: the result is a
+// documented one, no more is written than it says, what is stored is the old or the new, nothing
+// leaks, and the next call is as good as ever.
+#include <algorithm>
+#include <array>
+#include <functional>
+
+#include <gmock/gmock.h>
+
+#include "tests/interface/fixture.h"
+#include "tests/support/person.h"
+
+namespace
+{
+
+struct Row {
+    const char *why;
+    std::function<LONG(DriverDevMode *lpOut)> act;
+    std::vector<LONG> results; // the first one when nothing fails
+    size_t cbEach = 0;         // written for each that the result counts
+    size_t cbAlways = 0;       // may be written whatever the result
+};
+
+class EntryPointFailures : public InterfaceTest
+{
+  protected:
+    // The query for an application's record of the second source, and a buffer for its answer.
+    std::function<LONG(DriverDevMode *)> Query(WORD wQuery)
+    {
+        return [=, this](DriverDevMode *lpOut) {
+            return static_cast<LONG>(
+                driver.DrvDeviceCapabilities(hPrinter, nullptr, wQuery, lpOut, &given));
+        };
+    }
+    // The sheet while somebody looks at all pages and leaves it this way.
+    std::function<LONG(DriverDevMode *)> Sheet(const char *way, bool advanced)
+    {
+        return [=, this](DriverDevMode *lpOut) {
+            person.Will({"page \"Paper\"", "page \"Utility\"", way});
+            return advanced ? Advanced(lpOut, &given)
+                            : Document(lpOut, &given, DM_COPY | DM_PROMPT);
+        };
+    }
+    static auto HeldNow()
+    {
+        const kvp::Held held = kvp::CurrentlyHeld();
+        const kvp::GuiHeld gui = kvp::CurrentlyHeldGui();
+        return std::array{held.nBlocks, held.nFiles, held.nLibraries, gui.nObjects, gui.nContexts};
+    }
+    // With this call failing, and once more without. False: fewer of its kind were made.
+    bool Go(const Row &row, kvp::Call call, int n)
+    {
+        if (StoredWith(hPrinter) != aOld)
+            StoreWith(hPrinter, aOld);
+        PlacedRecord out;
+        kvp::FailCall(call, n);
+        const LONG lResult = row.act(out.Get());
+        const bool bFailed = kvp::CallsSeen(call) > n;
+        kvp::FailCall(call, -1);
+        EXPECT_THAT(row.results, ::testing::Contains(lResult));
+        const size_t cbWritten = static_cast<size_t>(std::max<LONG>(lResult, 0)) * row.cbEach;
+        EXPECT_TRUE(out.UntouchedFrom(std::min<size_t>(cbWritten + row.cbAlways, KV_DEVMODESIZE)));
+        const Bytes stored = StoredWith(hPrinter);
+        EXPECT_TRUE(stored == aOld || (stored.size() == KV_DEVMODESIZE && stored[66] == 0x5B));
+        EXPECT_EQ(row.act(PlacedRecord().Get()), row.results[0]);
+        return bFailed;
+    }
+
+    const Bytes aOld = {1};
+    DriverDevMode given{};
+    Person person;
+};
+
+TEST_F(EntryPointFailures, EachCallInItsTurn)
+{
+    const Row aRows[] = {
+        {"start-up", [&](DriverDevMode *) { return LONG{driver.Load()}; }, {1, 0}},
+        {"DC_FIELDS", Query(DC_FIELDS), {0x30F, 0x300, 0, -1}},
+        {"DC_PAPERS", Query(DC_PAPERS), {3, 0, 2, 4, -1}, 2},
+        {"DC_PAPERSIZE", Query(DC_PAPERSIZE), {3, 0, 2, 4, -1}, 8},
+        {"DC_PAPERNAMES", Query(DC_PAPERNAMES), {3, 0, 2, 4, -1}, 128},
+        {"DC_MINEXTENT", Query(DC_MINEXTENT), {-1}},
+        {"DC_BINS", Query(DC_BINS), {2, 0, -1}, 2},
+        {"DC_BINNAMES", Query(DC_BINNAMES), {2, 0, -1}, 48},
+        {"DC_DUPLEX", Query(DC_DUPLEX), {0, -1}},
+        {"DC_SIZE", Query(DC_SIZE), {188, 0, -1}},
+        {"DC_EXTRA", Query(DC_EXTRA), {374, 0, -1}},
+        {"DC_VERSION", Query(DC_VERSION), {800, 0, -1}},
+        {"DC_DRIVER", Query(DC_DRIVER), {859, 0, -1}},
+        {"DC_ORIENTATION", Query(DC_ORIENTATION), {270, -1}},
+        {"DC_COPIES", Query(DC_COPIES), {99, -1}},
+        {"size", [&](DriverDevMode *p) { return Document(p, &given, 0); }, {562}},
+        {"settings", [&](DriverDevMode *p) { return Document(p, nullptr, 2); }, {1, 0, -1}, 562},
+        {"merged", [&](DriverDevMode *p) { return Document(p, &given, 10); }, {1, 0, -1}, 562},
+        {"sheet, OK", Sheet("ok", false), {1, 2, 0, -1}, 562},
+        {"sheet, Cancel", Sheet("cancel", false), {2, 0, -1}, 562},
+        {"advanced, OK", Sheet("ok", true), {1, 2, -1}, 0, 562},
+        {"advanced, Cancel", Sheet("cancel", true), {2, -1}, 0, 562},
+        {"printer", [&](auto) { return LONG{driver.PrinterProperties(nullptr, hPrinter)}; }, {0}},
+    };
+    model.bUcf = true;
+    model.AddUserPaper("Card", 1000, 1480, 1, 3);
+    Start();
+    given = SevenCopies();
+    given.dm.dmFields |= KV_DM_DEFAULTSOURCE;
+    given.dm.dmDefaultSource = 4;
+    kvp::SetQueueDefault("Office", BytesOf(given));
+    const std::string strUcf = std::string(SYSTEM_DIR) + "KVA.ucf";
+    for (const Row &row : aRows) {
+        EXPECT_EQ(row.act(PlacedRecord().Get()), row.results[0]) << row.why;
+        const auto held = HeldNow();
+        for (int nCall = 0; nCall < static_cast<int>(kvp::Call::Count); ++nCall) {
+            int n = 0;
+            for (bool bFailed = true; bFailed && !HasFailure(); ++n) {
+                SCOPED_TRACE(testing::Message() << row.why << ", call " << nCall << ", " << n);
+                bFailed = Go(row, static_cast<kvp::Call>(nCall), n);
+                EXPECT_EQ(HeldNow(), held);
+            }
+        }
+    }
+    EXPECT_EQ(kvp::MemoryFile(strUcf), model.Ucf());
+    EXPECT_EQ(kvp::QueueDefault("Office"), BytesOf(given));
+}
+
+} // namespace

@@ -158,6 +158,14 @@ std::vector<Row> Rows(const LoadedDriver &driver, HANDLE hPrinter, Caller &calle
                             std::abort();
                     },
                     FLOOR, 30, -1, -1});
+    rows.push_back({"DrvDocumentProperties, copy",
+                    [&driver, hPrinter, &caller] {
+                        DriverDevMode out;
+                        if (driver.DrvDocumentProperties(nullptr, hPrinter, nullptr, &out,
+                                                         &caller.record, DM_COPY) != 1)
+                            std::abort();
+                    },
+                    FLOOR, 30, -1, -1});
     AddItemRows(rows, driver, caller);
     for (Row &row : SheetRows(driver, hPrinter, FLOOR))
         rows.push_back(std::move(row));

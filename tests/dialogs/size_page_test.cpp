@@ -115,7 +115,8 @@ TEST_F(SizesOnThePaperPage, SavedSizesAreFoundAgainByThePageAndByApplications)
                                   SavedAs("Map", "1000", "1500"),
                                   {CANCEL, "cancel"}})),
               IDCANCEL);
-    EXPECT_THAT(PapersTold(in), Contains(Paper{768, "Map", 1000, 1500})) << "outlives Cancel";
+    EXPECT_THAT(PapersTold(in), Contains(Paper{770, "Map", 2540, 3810}))
+        << "in inches; outlives Cancel";
 }
 
 } // namespace

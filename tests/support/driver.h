@@ -25,9 +25,9 @@ struct LoadedDriver {
     void Free();
 
     HMODULE hModule = nullptr;
-#define KV_ENTRY(name) decltype(&::name) name = nullptr;
-    KV_ENTRY_POINTS(KV_ENTRY)
-#undef KV_ENTRY
+#define KV_POINTER(name) decltype(&::name) name = nullptr;
+    KV_ENTRY_POINTS(KV_POINTER)
+#undef KV_POINTER
 };
 
 // A queue of the spooler's store with an open handle.

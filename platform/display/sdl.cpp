@@ -1,4 +1,6 @@
 // The back end with a person: the screen in one window of the desktop.
+#include <dlfcn.h>
+
 #include <SDL.h>
 
 #include "platform/display/display.h"
@@ -8,6 +10,57 @@
 namespace kvp
 {
 
+// The library is loaded when a window is first wanted: it brings along half of all that a program
+// would load at its start, and most show nothing.
+static void *Library()
+{
+    static void *const library = dlopen("libSDL2-2.0.so.0", RTLD_NOW | RTLD_LOCAL);
+    return library;
+}
+
+namespace
+{
+// A function of the library, of the type that it is wanted in.
+struct Named {
+    explicit Named(const char *name) : address(dlsym(Library(), name)) {}
+    template <class Call>
+    operator Call *() const
+    {
+        return reinterpret_cast<Call *>(address);
+    }
+    void *address;
+};
+
+struct Calls {
+#define CALL(call) decltype(&SDL_##call) call = Named("SDL_" #call)
+    CALL(CreateRenderer);
+    CALL(CreateTexture);
+    CALL(CreateWindow);
+    CALL(DestroyRenderer);
+    CALL(DestroyTexture);
+    CALL(DestroyWindow);
+    CALL(GetClipboardText);
+    CALL(GetCurrentVideoDriver);
+    CALL(GetError);
+    CALL(GetModState);
+    CALL(GetMouseState);
+    CALL(Init);
+    CALL(Quit);
+    CALL(RenderCopy);
+    CALL(RenderPresent);
+    CALL(SetClipboardText);
+    CALL(SetHint);
+    CALL(StartTextInput);
+    CALL(UpdateTexture);
+    CALL(WaitEvent);
+    CALL(WaitEventTimeout);
+    CALL(free);
+#undef CALL
+};
+} // namespace
+
+static const Calls *sdl; // set before anything but Open is called
+
 static SDL_Window *shown;
 static SDL_Renderer *renderer;
 static SDL_Texture *texture;
@@ -16,15 +69,16 @@ static int scale = 1;
 static void Close()
 {
     if (texture)
-        SDL_DestroyTexture(texture);
+        sdl->DestroyTexture(texture);
     if (renderer)
-        SDL_DestroyRenderer(renderer);
+        sdl->DestroyRenderer(renderer);
     if (shown)
-        SDL_DestroyWindow(shown);
+        sdl->DestroyWindow(shown);
     texture = nullptr;
     renderer = nullptr;
     shown = nullptr;
-    SDL_Quit();
+    if (sdl)
+        sdl->Quit();
 }
 
 // Without a display the library takes a driver that shows nothing, and a person would wait for
@@ -45,33 +99,39 @@ static bool Fail(std::string &why, const std::string &reason)
 
 static bool Open(int pixels, std::string &why)
 {
+    if (!Library()) {
+        why = "cannot open a window: install SDL 2, or use the display \"headless\"";
+        return false;
+    }
+    static const Calls calls;
+    sdl = &calls;
     scale = pixels;
-    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
-    if (SDL_Init(SDL_INIT_VIDEO) != 0)
-        return Fail(why, SDL_GetError());
-    if (!IsVisible(SDL_GetCurrentVideoDriver()))
-        return Fail(why, std::string("the video driver ") + SDL_GetCurrentVideoDriver() +
+    sdl->SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+    if (sdl->Init(SDL_INIT_VIDEO) != 0)
+        return Fail(why, sdl->GetError());
+    if (!IsVisible(sdl->GetCurrentVideoDriver()))
+        return Fail(why, std::string("the video driver ") + sdl->GetCurrentVideoDriver() +
                              " shows nothing");
-    shown = SDL_CreateWindow("Printer settings", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
-                             SCREEN_WIDTH * scale, SCREEN_HEIGHT * scale, 0);
+    shown = sdl->CreateWindow("Printer settings", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
+                              SCREEN_WIDTH * scale, SCREEN_HEIGHT * scale, 0);
     if (!shown)
-        return Fail(why, SDL_GetError());
-    renderer = SDL_CreateRenderer(shown, -1, SDL_RENDERER_SOFTWARE);
+        return Fail(why, sdl->GetError());
+    renderer = sdl->CreateRenderer(shown, -1, SDL_RENDERER_SOFTWARE);
     if (renderer)
-        texture = SDL_CreateTexture(renderer, SDL_PIXELFORMAT_RGB888, SDL_TEXTUREACCESS_STREAMING,
-                                    SCREEN_WIDTH, SCREEN_HEIGHT);
+        texture = sdl->CreateTexture(renderer, SDL_PIXELFORMAT_RGB888, SDL_TEXTUREACCESS_STREAMING,
+                                     SCREEN_WIDTH, SCREEN_HEIGHT);
     if (!texture)
-        return Fail(why, SDL_GetError());
-    SDL_StartTextInput();
+        return Fail(why, sdl->GetError());
+    sdl->StartTextInput();
     return true;
 }
 
 static void PresentScreen(Surface &screen)
 {
-    SDL_UpdateTexture(texture, nullptr, screen.pixels,
-                      static_cast<int>(screen.stride * sizeof(uint32_t)));
-    SDL_RenderCopy(renderer, texture, nullptr, nullptr);
-    SDL_RenderPresent(renderer);
+    sdl->UpdateTexture(texture, nullptr, screen.pixels,
+                       static_cast<int>(screen.stride * sizeof(uint32_t)));
+    sdl->RenderCopy(renderer, texture, nullptr, nullptr);
+    sdl->RenderPresent(renderer);
 }
 
 static KeyCode CodeOf(SDL_Keycode code)
@@ -149,7 +209,7 @@ static void OnButton(const SDL_MouseButtonEvent &button, bool down, Input &input
 static void OnWheel(const SDL_MouseWheelEvent &wheel, Input &input)
 {
     int x = 0, y = 0;
-    SDL_GetMouseState(&x, &y);
+    sdl->GetMouseState(&x, &y);
     input.kind = Input::Wheel;
     input.at = {x / scale, y / scale};
     input.notches = wheel.direction == SDL_MOUSEWHEEL_FLIPPED ? -wheel.y : wheel.y;
@@ -162,8 +222,8 @@ static int pause = FIRST_PAUSE;
 static bool WaitForEvent(SDL_Event &event, Input &input)
 {
     if (!CaptureWindow())
-        return SDL_WaitEvent(&event);
-    if (SDL_WaitEventTimeout(&event, pause))
+        return sdl->WaitEvent(&event);
+    if (sdl->WaitEventTimeout(&event, pause))
         return true;
     event.type = SDL_FIRSTEVENT;
     input.kind = Input::Held;
@@ -183,7 +243,7 @@ static bool WaitForInput(Input &input)
     case SDL_KEYDOWN: OnKeyDown(event.key.keysym, input); break;
     // Letters typed with Alt held are no text.
     case SDL_TEXTINPUT:
-        if (!(SDL_GetModState() & (KMOD_ALT | KMOD_CTRL)))
+        if (!(sdl->GetModState() & (KMOD_ALT | KMOD_CTRL)))
             typed += ToWide(event.text.text);
         break;
     case SDL_MOUSEBUTTONDOWN: OnButton(event.button, true, input); break;
@@ -202,9 +262,9 @@ static bool WaitForInput(Input &input)
 
 static std::string ReadClipboard()
 {
-    char *text = SDL_GetClipboardText();
+    char *text = sdl->GetClipboardText();
     std::string copy = text ? text : "";
-    SDL_free(text);
+    sdl->free(text);
     return copy;
 }
 
@@ -213,7 +273,7 @@ const Backend sdlBackend{
     .open = Open,
     .present = PresentScreen,
     .nextInput = WaitForInput,
-    .setClipboard = [](const std::string &utf8) { SDL_SetClipboardText(utf8.c_str()); },
+    .setClipboard = [](const std::string &utf8) { sdl->SetClipboardText(utf8.c_str()); },
     .getClipboard = ReadClipboard,
     .close = Close,
 };

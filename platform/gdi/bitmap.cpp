@@ -1,5 +1,8 @@
 // Bitmaps and icons out of resources: device-independent bitmaps whose every offset and size is
 // checked, because a resource library is bytes from outside.
+#include <algorithm>
+#include <array>
+#include <cstdlib>
 #include <cstring>
 
 #include "platform/gdi/gdi.h"
@@ -34,7 +37,7 @@ static_assert(sizeof(InfoHeader) == 40 && sizeof(GroupEntry) == 14);
 struct Parts {
     int width, height, bits;
     bool topDown;
-    std::span<const uint8_t> palette; // four bytes a colour: blue, green, red, nothing
+    std::array<uint32_t, 256> palette; // as pixels; black where the bitmap has no colour
     std::span<const uint8_t> rows, mask;
     size_t rowBytes, maskBytes;
 };
@@ -54,6 +57,12 @@ static bool IsReadable(const InfoHeader &header, size_t bytes, bool icon)
            header.biCompression == 0 && header.biPlanes == 1 && header.biWidth > 0 &&
            header.biWidth <= MOST_PIXELS_ACROSS && height > 0 && height <= MOST_PIXELS_ACROSS &&
            (!icon || (header.biHeight > 0 && height % 2 == 0));
+}
+
+static uint32_t PixelFrom(const uint8_t *blueGreenRed)
+{
+    return static_cast<uint32_t>(blueGreenRed[2]) << 16 |
+           static_cast<uint32_t>(blueGreenRed[1]) << 8 | blueGreenRed[0];
 }
 
 static bool FindParts(std::span<const uint8_t> dib, bool icon, Parts &parts)
@@ -79,7 +88,9 @@ static bool FindParts(std::span<const uint8_t> dib, bool icon, Parts &parts)
     const size_t mask = parts.maskBytes * static_cast<size_t>(parts.height);
     if (start + rows + mask > dib.size())
         return false;
-    parts.palette = dib.subspan(header.biSize, 4 * colors);
+    parts.palette = {};
+    for (size_t i = 0; i < colors; ++i)
+        parts.palette[i] = PixelFrom(&dib[header.biSize + 4 * i]);
     parts.rows = dib.subspan(start, rows);
     parts.mask = dib.subspan(start + rows, mask);
     return true;
@@ -87,20 +98,12 @@ static bool FindParts(std::span<const uint8_t> dib, bool icon, Parts &parts)
 
 static uint32_t PixelAt(const Parts &parts, const uint8_t *row, size_t x)
 {
-    const uint8_t *p;
     switch (parts.bits) {
-    case 24: p = row + 3 * x; break;
-    case 32: p = row + 4 * x; break;
-    default: {
-        const size_t perByte = 8 / static_cast<size_t>(parts.bits);
-        const size_t shift = (perByte - 1 - x % perByte) * static_cast<size_t>(parts.bits);
-        const size_t index = row[x / perByte] >> shift & ((1u << parts.bits) - 1);
-        if (4 * index + 4 > parts.palette.size())
-            return 0;
-        p = parts.palette.data() + 4 * index;
+    case 1: return parts.palette[row[x / 8] >> (7 - x % 8) & 1];
+    case 4: return parts.palette[row[x / 2] >> (x % 2 ? 0 : 4) & 0xF];
+    case 8: return parts.palette[row[x]];
+    default: return PixelFrom(row + x * static_cast<size_t>(parts.bits) / 8);
     }
-    }
-    return static_cast<uint32_t>(p[2]) << 16 | static_cast<uint32_t>(p[1]) << 8 | p[0];
 }
 
 static void DecodeRow(const Parts &parts, size_t stored, uint32_t *to)

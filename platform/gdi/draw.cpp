@@ -1,4 +1,5 @@
 // Lines, frames, fills and copies into device contexts.
+#include <algorithm>
 #include <cstdlib>
 
 #include "platform/gdi/gdi.h"
@@ -21,10 +22,16 @@ void Fill(HDC hdc, const RECT &rc, COLORREF color)
         FillPixels(*dc->target, dc->clip, InSurface(*dc, rc), color);
 }
 
+// Null for anything that is no living brush.
+static const Object *BrushOf(HBRUSH handle)
+{
+    const Object *object = ObjectOf(handle);
+    return object && object->kind == ObjectKind::Brush ? object : nullptr;
+}
+
 void FillWith(HDC hdc, const RECT &rc, HBRUSH brush)
 {
-    const Object *object = ObjectOf(brush);
-    if (object && object->kind == ObjectKind::Brush)
+    if (const Object *object = BrushOf(brush))
         Fill(hdc, rc, object->color);
 }
 
@@ -79,7 +86,7 @@ using namespace kvp;
 
 int FrameRect(HDC hDC, const RECT *lprc, HBRUSH hbr)
 {
-    const Object *brush = ObjectOf(hbr);
+    const Object *brush = BrushOf(hbr);
     if (!DcOf(hDC) || !lprc || !brush)
         return 0;
     Outline(hDC, *lprc, brush->color);
@@ -96,10 +103,10 @@ BOOL DrawFocusRect(HDC hDC, const RECT *lprc)
 
 BOOL FillRgn(HDC hdc, HRGN hrgn, HBRUSH hbr)
 {
-    const Object *region = ObjectOf(hrgn);
-    if (!DcOf(hdc) || !region || region->kind != ObjectKind::Region || !ObjectOf(hbr))
+    const Object *region = ObjectOf(hrgn), *brush = BrushOf(hbr);
+    if (!DcOf(hdc) || !region || region->kind != ObjectKind::Region || !brush)
         return FALSE;
-    FillWith(hdc, region->region, hbr);
+    Fill(hdc, region->region, brush->color);
     return TRUE;
 }
 

@@ -80,7 +80,6 @@ void DrawTextIn(HDC hdc, const RECT &rc, std::u16string_view text, unsigned flag
 POINT TextSize(std::u16string_view text, unsigned flags, int wrapAt = 0);
 // Pixels from the start of a line to the given character.
 int TextOffset(std::u16string_view text, size_t index);
-char32_t LowerCase(char32_t letter);
 // The character whose left half begins nearest to x.
 size_t TextIndexAt(std::u16string_view text, int x);
 

@@ -6,7 +6,6 @@
 
 #include "platform/gdi/gdi.h"
 #include "platform/host.h"
-#include "platform/kernel/internal.h"
 #include "platform/served.h"
 
 namespace kvp

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include <fontconfig/fontconfig.h>
-#include <glib.h>
+#include <glib-object.h>
 #include <pango/pangocairo.h>
 #include <pango/pangofc-fontmap.h>
 
@@ -267,11 +267,6 @@ int TextOffset(std::u16string_view text, size_t index)
     PangoRectangle at;
     pango_layout_index_to_pos(Layout(ToUtf8(text), 0, 0), byte, &at);
     return PANGO_PIXELS(at.x);
-}
-
-char32_t LowerCase(char32_t letter)
-{
-    return g_unichar_tolower(letter);
 }
 
 size_t TextIndexAt(std::u16string_view text, int x)

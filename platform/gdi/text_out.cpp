@@ -45,25 +45,20 @@ BOOL GetTextMetricsA(HDC hdc, TEXTMETRICA *lptm)
 BOOL ExtTextOutA(HDC hdc, int x, int y, UINT options, const RECT *lprect, LPCSTR lpString, UINT c,
                  const INT *)
 {
-    const Dc *dc = DcOf(hdc);
+    Dc *dc = DcOf(hdc);
     if (!dc || (c && !lpString))
         return FALSE;
     const std::u16string text = AnsiToWide({lpString ? lpString : "", c});
-    const POINT size = TextSize(text, 0);
+    const RECT rc{x, y, x + TextSize(text, 0).x, y + LINE_HEIGHT};
+    const RECT clip = dc->clip;
+    if ((options & ETO_CLIPPED) && lprect)
+        dc->clip = Intersect(clip, Moved(*lprect, dc->origin.x, dc->origin.y));
     if ((options & ETO_OPAQUE) && lprect)
         Fill(hdc, *lprect, dc->bkColor);
-    else if (dc->bkMode == OPAQUE)
-        Fill(hdc, {x, y, x + size.x, y + LINE_HEIGHT}, dc->bkColor);
-    RECT rc{x, y, x + size.x, y + LINE_HEIGHT};
-    if (!(options & ETO_CLIPPED) || !lprect) {
-        DrawTextIn(hdc, rc, text, 0, dc->textColor);
-        return TRUE;
-    }
-    Dc *writable = DcOf(hdc);
-    const RECT old = writable->clip;
-    writable->clip = Intersect(old, Moved(*lprect, dc->origin.x, dc->origin.y));
+    if (dc->bkMode == OPAQUE)
+        Fill(hdc, rc, dc->bkColor);
     DrawTextIn(hdc, rc, text, 0, dc->textColor);
-    writable->clip = old;
+    dc->clip = clip;
     return TRUE;
 }
 

@@ -42,23 +42,24 @@ std::string_view WithoutTail(std::string_view component)
     return component;
 }
 
-// Beyond ASCII by the C library's table of letters, which needs no locale to be installed.
 std::string FoldWide(std::string_view name)
 {
-    static const locale_t table = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
     std::string strFolded;
-    while (!name.empty()) {
-        char32_t c = TakeUtf8(name);
-        if (c < 0x80)
-            c = static_cast<unsigned char>(FoldAscii(static_cast<char>(c)));
-        else if (table)
-            c = static_cast<char32_t>(towlower_l(static_cast<wint_t>(c), table));
-        PutUtf8(strFolded, c);
-    }
+    while (!name.empty())
+        PutUtf8(strFolded, LowerCase(TakeUtf8(name)));
     return strFolded;
 }
 
 } // namespace
+
+// Beyond ASCII by the C library's table of letters, which needs no locale to be installed.
+char32_t LowerCase(char32_t letter)
+{
+    static const locale_t table = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    if (letter < 0x80)
+        return static_cast<unsigned char>(FoldAscii(static_cast<char>(letter)));
+    return table ? static_cast<char32_t>(towlower_l(static_cast<wint_t>(letter), table)) : letter;
+}
 
 bool IsAscii(std::string_view text)
 {

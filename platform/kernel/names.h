@@ -58,6 +58,9 @@ inline char FoldAscii(char c)
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
+// The small letter of a capital of any alphabet; anything else as it is.
+char32_t LowerCase(char32_t letter);
+
 bool IsAscii(std::string_view text);
 
 // The form in which names are compared without regard to case, in a buffer of its own.

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "platform/kernel/internal.h"
+#include "platform/kernel/names.h"
 #include "platform/user/button.h"
 #include "platform/user/combo.h"
 #include "platform/user/dialog.h"

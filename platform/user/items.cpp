@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "platform/kernel/internal.h"
+#include "platform/kernel/names.h"
 #include "platform/win32.h"
 
 namespace kvp

@@ -1,6 +1,7 @@
 // The keyboard in a dialog: tab stops, groups, underlined letters, Enter, Escape and F1.
 #include <algorithm>
 
+#include "platform/kernel/names.h"
 #include "platform/user/dialog.h"
 #include "platform/user/window.h"
 

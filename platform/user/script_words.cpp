@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "platform/host.h"
+#include "platform/kernel/names.h"
 #include "platform/user/script.h"
 
 namespace kvp

@@ -15,7 +15,6 @@ constexpr UINT WM_CTLCOLORSCROLLBAR = 0x0137;
 constexpr WORD CBN_SELENDCANCEL = 10;
 constexpr UINT CB_FINDSTRINGEXACT = 0x0158; // the whole text, ignoring case
 constexpr int SB_ENDSCROLL = 8;
-constexpr LONG PSNRET_NOERROR = 0;
 constexpr LONG PSNRET_INVALID = 1; // the sheet stays open, on the page that said so
 KV_IMPORT HWND WINAPI SetFocus(HWND hWnd);
 

@@ -298,7 +298,6 @@ KV_IMPORT LRESULT WINAPI SendMessageA(HWND hWnd, UINT Msg, WPARAM wParam, LPARAM
 KV_IMPORT int WINAPI GetDlgCtrlID(HWND hWnd);
 KV_IMPORT BOOL WINAPI EnableWindow(HWND hWnd, BOOL bEnable);
 KV_IMPORT BOOL WINAPI ClientToScreen(HWND hWnd, POINT *lpPoint);
-KV_IMPORT BOOL WINAPI InflateRect(RECT *lprc, int dx, int dy);
 constexpr int SW_HIDE = 0;
 constexpr int SW_SHOW = 5;
 constexpr int SM_CYCAPTION = 4;
@@ -312,7 +311,20 @@ KV_IMPORT BOOL WINAPI GetWindowRect(HWND hWnd, RECT *lpRect); // on the screen
 // Null stands for the whole window. Children inside become invalid too, the parent does not.
 KV_IMPORT BOOL WINAPI InvalidateRect(HWND hWnd, const RECT *lpRect, BOOL bErase);
 KV_IMPORT int WINAPI GetSystemMetrics(int nIndex);
-KV_IMPORT DWORD WINAPI GetSysColor(int nIndex);
+
+struct PAINTSTRUCT {
+    HDC hdc;
+    BOOL fErase;
+    RECT rcPaint;
+    BOOL fRestore;
+    BOOL fIncUpdate;
+    BYTE rgbReserved[32];
+};
+// What is drawn is cut to the part that is invalid; nothing is drawn when nothing is.
+KV_IMPORT HDC WINAPI BeginPaint(HWND hWnd, PAINTSTRUCT *lpPaint);
+KV_IMPORT BOOL WINAPI EndPaint(HWND hWnd, const PAINTSTRUCT *lpPaint);
+KV_IMPORT HDC WINAPI GetDC(HWND hWnd);
+KV_IMPORT int WINAPI ReleaseDC(HWND hWnd, HDC hDC);
 
 // ---------------------------------------------------------------------------------------------
 // user: messages of dialogs
@@ -471,21 +483,8 @@ struct HELPINFO {
 KV_IMPORT BOOL WINAPI WinHelpA(HWND hWndMain, LPCSTR lpszHelp, UINT uCommand, ULONG_PTR dwData);
 
 // ---------------------------------------------------------------------------------------------
-// gdi: device contexts and painting
+// gdi: device contexts
 
-struct PAINTSTRUCT {
-    HDC hdc;
-    BOOL fErase;
-    RECT rcPaint;
-    BOOL fRestore;
-    BOOL fIncUpdate;
-    BYTE rgbReserved[32];
-};
-// What is drawn is cut to the part that is invalid; nothing is drawn when nothing is.
-KV_IMPORT HDC WINAPI BeginPaint(HWND hWnd, PAINTSTRUCT *lpPaint);
-KV_IMPORT BOOL WINAPI EndPaint(HWND hWnd, const PAINTSTRUCT *lpPaint);
-KV_IMPORT HDC WINAPI GetDC(HWND hWnd);
-KV_IMPORT int WINAPI ReleaseDC(HWND hWnd, HDC hDC);
 KV_IMPORT HDC WINAPI CreateCompatibleDC(HDC hdc);
 KV_IMPORT BOOL WINAPI DeleteDC(HDC hdc);
 
@@ -553,6 +552,8 @@ constexpr int COLOR_WINDOWTEXT = 8;
 constexpr int COLOR_HIGHLIGHT = 13;
 constexpr int COLOR_HIGHLIGHTTEXT = 14;
 constexpr int COLOR_GRAYTEXT = 17;
+KV_IMPORT DWORD WINAPI GetSysColor(int nIndex);
+KV_IMPORT BOOL WINAPI InflateRect(RECT *lprc, int dx, int dy);
 KV_IMPORT BOOL WINAPI ExtTextOutA(HDC hdc, int x, int y, UINT options, const RECT *lprect,
                                   LPCSTR lpString, UINT c, const INT *lpDx);
 KV_IMPORT BOOL WINAPI FillRgn(HDC hdc, HRGN hrgn, HBRUSH hbr);

@@ -3,7 +3,6 @@
 #define KV_PLATFORM_KERNEL_DISK_H
 
 #include <functional>
-#include <optional>
 #include <string>
 
 #include "platform/kernel/names.h"

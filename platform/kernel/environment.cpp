@@ -84,7 +84,12 @@ std::string RootFromEnvironment()
     else
         throw std::invalid_argument("KV_ROOT is not set, nor is HOME: set KV_ROOT to the directory "
                                     "that holds the machine's drives");
-    return std::filesystem::absolute(root).lexically_normal().string();
+    std::error_code error;
+    const std::filesystem::path full = std::filesystem::absolute(root, error);
+    if (error)
+        throw std::invalid_argument("KV_ROOT is not a full path, and the current directory is "
+                                    "gone: set KV_ROOT to a path that begins with /");
+    return full.lexically_normal().string();
 }
 
 LANGID LanguageFromEnvironment()

@@ -287,7 +287,8 @@ HFILE WINAPI OpenFile(LPCSTR lpFileName, OFSTRUCT *lpReOpenBuff, UINT uStyle)
     kvp::SpoilRest(lpReOpenBuff->szPathName + cbPath + 1, cbRoom - cbPath);
     if (uStyle & OF_EXIST)
         return FOUND_ONLY;
-    return kvp::NewHandle(std::move(opening.reader), std::move(opening.writer));
+    const HFILE hFile = kvp::NewHandle(std::move(opening.reader), std::move(opening.writer));
+    return hFile == HFILE_ERROR ? kvp::Refused(lpReOpenBuff, GetLastError()) : hFile;
 }
 
 UINT WINAPI _lread(HFILE hFile, LPVOID lpBuffer, UINT uBytes)

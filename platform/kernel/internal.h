@@ -4,7 +4,6 @@
 
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,9 +34,6 @@ struct FoundFile {
 std::optional<FoundFile> FindFile(std::string_view name);
 // The whole file; nothing when it cannot be read.
 std::optional<std::vector<uint8_t>> ReadWhole(const FoundFile &file);
-
-std::string SystemDirectory();        // DOS path, no backslash at its end
-std::string PrinterDriverDirectory(); // likewise
 
 // ANSI code page conversions for texts of known length, for the layer's own use.
 std::u16string AnsiToWide(std::string_view ansi);

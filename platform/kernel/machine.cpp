@@ -79,16 +79,6 @@ const Machine &CurrentMachine()
     return CurrentSetup().machine;
 }
 
-std::string SystemDirectory()
-{
-    return SYSTEM_DIRECTORY;
-}
-
-std::string PrinterDriverDirectory()
-{
-    return PRINTER_DRIVER_DIRECTORY;
-}
-
 } // namespace kvp
 
 UINT WINAPI GetSystemDirectoryA(LPSTR lpBuffer, UINT uSize)

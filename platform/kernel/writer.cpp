@@ -68,10 +68,14 @@ int FillBeside(int fd, const std::string &path, const std::vector<uint8_t> &byte
     return error ? error : Try([&] { return fsync(fd); });
 }
 
+std::string DirectoryOf(const std::string &path)
+{
+    return path.substr(0, path.rfind('/'));
+}
+
 int SyncDirectoryOf(const std::string &path)
 {
-    const std::string strDirectory = path.substr(0, path.rfind('/'));
-    const Fd fd(open(strDirectory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const Fd fd(open(DirectoryOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!fd.IsOpen())
         return errno;
     return Try([&] { return fsync(fd.Get()); });
@@ -81,11 +85,10 @@ int SyncDirectoryOf(const std::string &path)
 
 DWORD FileWriter::OpenOnDisk(bool create)
 {
-    Place directory;
-    if (!directory.SetView(m_place.Directory()))
+    if (m_place.Directory().empty())
         return ERROR_ACCESS_DENIED; // a drive is no file
     m_strHostPath = HostPathOf(m_place);
-    const std::string strDirectory = HostPathOf(directory);
+    const std::string strDirectory = DirectoryOf(m_strHostPath);
     if (access(strDirectory.c_str(), F_OK) != 0)
         return ERROR_PATH_NOT_FOUND;
     const int error = IsHostFile(m_strHostPath.c_str());

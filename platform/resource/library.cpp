@@ -326,10 +326,8 @@ BOOL WINAPI FreeLibrary(HMODULE hLibModule)
 {
     const std::lock_guard lock(kvp::LoaderLock());
     kvp::Library *library = kvp::FromHandle(hLibModule);
-    if (!library || library->nReferences == 0) {
-        SetLastError(kvp::ERROR_INVALID_HANDLE);
-        return FALSE;
-    }
+    if (!library || library->nReferences == 0)
+        return kvp::Fail(kvp::ERROR_INVALID_HANDLE, FALSE);
     if (--library->nReferences > 0)
         return TRUE;
     kvp::Notify(*library, kvp::PROCESS_DETACH);
@@ -350,10 +348,8 @@ FARPROC WINAPI GetProcAddress(HMODULE hModule, LPCSTR lpProcName)
 // a file may stand in for it.
 DWORD WINAPI GetModuleFileNameA(HMODULE hModule, LPSTR lpFilename, DWORD nSize)
 {
-    if (hModule || !lpFilename || nSize == 0) {
-        SetLastError(hModule ? kvp::ERROR_INVALID_HANDLE : ERROR_INVALID_PARAMETER);
-        return 0;
-    }
+    if (hModule || !lpFilename || nSize == 0)
+        return kvp::Fail<DWORD>(hModule ? kvp::ERROR_INVALID_HANDLE : ERROR_INVALID_PARAMETER, 0);
     const std::string path =
         kvp::WideToAnsi(kvp::ToWide("C:\\" + std::string(program_invocation_short_name) + ".EXE"));
     const size_t length = std::min<size_t>(path.size(), nSize - 1);

@@ -1,5 +1,5 @@
-// What loaded libraries hold, for the layer's own folders: strings now, and dialogs, bitmaps and
-// icons by the same search.
+// What loaded libraries hold, for the layer's own folders: strings, dialogs, bitmaps and icons, all
+// by one search.
 #ifndef KV_PLATFORM_RESOURCE_RESOURCE_H
 #define KV_PLATFORM_RESOURCE_RESOURCE_H
 

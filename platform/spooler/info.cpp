@@ -7,6 +7,7 @@
 
 #include "platform/kernel/errors.h"
 #include "platform/kernel/internal.h"
+#include "platform/kernel/machine.h"
 #include "platform/spooler/printers.h"
 
 namespace kvp
@@ -54,10 +55,8 @@ class Layout
     BOOL Deliver(const Structure &head, DWORD cbBuf, LPDWORD pcbNeeded)
     {
         *pcbNeeded = static_cast<DWORD>(bytes.size());
-        if (!pBuffer || cbBuf < bytes.size()) {
-            SetLastError(ERROR_INSUFFICIENT_BUFFER);
-            return FALSE;
-        }
+        if (!pBuffer || cbBuf < bytes.size())
+            return Fail(ERROR_INSUFFICIENT_BUFFER, FALSE);
         std::memcpy(bytes.data(), &head, sizeof head);
         std::memcpy(pBuffer, bytes.data(), bytes.size());
         SpoilRest(pBuffer + bytes.size(), cbBuf - bytes.size());
@@ -77,12 +76,6 @@ class Layout
     LPBYTE pBuffer; // null for a size query: the pointers then go nowhere
     std::vector<uint8_t> bytes;
 };
-
-BOOL Refuse(DWORD error)
-{
-    SetLastError(error);
-    return FALSE;
-}
 
 // The texts of a printer in one character type.
 template <class Char>
@@ -177,7 +170,7 @@ BOOL WINAPI GetPrinterDriverW(HANDLE hPrinter, LPCWSTR pEnvironment, DWORD Level
         return FALSE;
     const std::u16string strEnvironment = ToWide(ENVIRONMENT);
     if (pEnvironment && *pEnvironment && Lowered(pEnvironment) != Lowered(strEnvironment.c_str()))
-        return Refuse(ERROR_INVALID_ENVIRONMENT);
+        return Fail(ERROR_INVALID_ENVIRONMENT, FALSE);
     Layout<DRIVER_INFO_2W, WCHAR> layout(pDriverInfo);
     DRIVER_INFO_2W info{};
     info.cVersion = DRIVER_INTERFACE;
@@ -195,18 +188,17 @@ BOOL WINAPI GetPrinterDriverDirectoryA(LPCSTR, LPCSTR pEnvironment, DWORD Level,
                                        LPBYTE pDriverDirectory, DWORD cbBuf, LPDWORD pcbNeeded)
 {
     if (!pcbNeeded)
-        return Refuse(ERROR_INVALID_PARAMETER);
+        return Fail(ERROR_INVALID_PARAMETER, FALSE);
     *pcbNeeded = 0;
     if (Level != 1)
-        return Refuse(ERROR_INVALID_LEVEL);
+        return Fail(ERROR_INVALID_LEVEL, FALSE);
     if (pEnvironment && *pEnvironment && strcasecmp(pEnvironment, ENVIRONMENT) != 0)
-        return Refuse(ERROR_INVALID_ENVIRONMENT);
-    const std::string strDirectory = PrinterDriverDirectory();
-    const auto cbNeeded = static_cast<DWORD>(strDirectory.size() + 1);
+        return Fail(ERROR_INVALID_ENVIRONMENT, FALSE);
+    constexpr DWORD cbNeeded = sizeof PRINTER_DRIVER_DIRECTORY;
     *pcbNeeded = cbNeeded;
     if (!pDriverDirectory || cbBuf < cbNeeded)
-        return Refuse(ERROR_INSUFFICIENT_BUFFER);
-    std::memcpy(pDriverDirectory, strDirectory.c_str(), cbNeeded);
+        return Fail(ERROR_INSUFFICIENT_BUFFER, FALSE);
+    std::memcpy(pDriverDirectory, PRINTER_DRIVER_DIRECTORY, cbNeeded);
     SpoilRest(pDriverDirectory + cbNeeded, cbBuf - cbNeeded);
     return TRUE;
 }

@@ -1,11 +1,11 @@
 // Opening and closing printers. A handle is a number that is never given out again, so that a
 // closed or invented one is told from an open one without touching memory.
 #include "platform/spooler/printers.h"
-#include "platform/kernel/errors.h"
 
 #include <mutex>
 #include <unordered_map>
 
+#include "platform/kernel/errors.h"
 #include "platform/kernel/internal.h"
 
 namespace kvp
@@ -20,10 +20,8 @@ uintptr_t g_nLast = 0x10000;
 BOOL Open(std::u16string_view name, HANDLE *phPrinter)
 {
     auto printer = std::make_shared<Printer>(Printer{CurrentStore(), FoldName(name)});
-    if (!printer->store->Find(printer->strKey)) {
-        SetLastError(ERROR_INVALID_PRINTER_NAME);
-        return FALSE;
-    }
+    if (!printer->store->Find(printer->strKey))
+        return Fail(ERROR_INVALID_PRINTER_NAME, FALSE);
     const std::lock_guard guard(g_lock);
     g_nLast += 4;
     g_printers[g_nLast] = std::move(printer);
@@ -33,16 +31,13 @@ BOOL Open(std::u16string_view name, HANDLE *phPrinter)
 
 BOOL OpenNamed(const std::u16string *name, HANDLE *phPrinter)
 {
-    if (!phPrinter || !name) {
-        SetLastError(phPrinter ? ERROR_INVALID_PRINTER_NAME : ERROR_INVALID_PARAMETER);
-        return FALSE;
-    }
+    if (!phPrinter || !name)
+        return Fail(phPrinter ? ERROR_INVALID_PRINTER_NAME : ERROR_INVALID_PARAMETER, FALSE);
     *phPrinter = nullptr;
     try {
         return Open(*name, phPrinter);
     } catch (const StoreFailure &failure) {
-        SetLastError(failure.dwCode);
-        return FALSE;
+        return Fail(failure.dwCode, FALSE);
     }
 }
 } // namespace
@@ -88,6 +83,5 @@ BOOL WINAPI ClosePrinter(HANDLE hPrinter)
     const std::lock_guard guard(kvp::g_lock);
     if (kvp::g_printers.erase(reinterpret_cast<uintptr_t>(hPrinter)))
         return TRUE;
-    SetLastError(kvp::ERROR_INVALID_HANDLE);
-    return FALSE;
+    return kvp::Fail(kvp::ERROR_INVALID_HANDLE, FALSE);
 }

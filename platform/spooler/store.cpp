@@ -435,18 +435,15 @@ bool Store::SetValue(const std::string &key, const std::string &valueKey,
 namespace
 {
 std::mutex g_lock;
-std::shared_ptr<Store> g_store;
-std::string g_strRoot;
+std::shared_ptr<Store> g_store; // dropped by every change of the machine
 } // namespace
 
 std::shared_ptr<Store> CurrentStore()
 {
     const std::string strRoot = CurrentMachine().strRoot; // before the lock: it takes its own
     const std::lock_guard guard(g_lock);
-    if (!g_store || g_strRoot != strRoot) {
+    if (!g_store)
         g_store = std::make_shared<Store>(strRoot);
-        g_strRoot = strRoot;
-    }
     return g_store;
 }
 

@@ -5,7 +5,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,21 +25,19 @@ class KernelFilesTest : public MachineTest
         std::filesystem::create_directories(Host(place).parent_path());
         std::ofstream(Host(place), std::ios::binary) << contents;
     }
-    std::string OnDisk(const std::string &place) const
-    {
-        std::ifstream file(Host(place), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
     static void PutInMemory(const std::string &dosPath, const std::string &contents)
     {
-        const std::vector<uint8_t> bytes(contents.begin(), contents.end());
-        kvp::PutMemoryFile(dosPath, bytes);
+        kvp::PutMemoryFile(dosPath, std::vector<uint8_t>(contents.begin(), contents.end()));
     }
-
+    HFILE Open(const std::string &name, UINT uStyle = OF_READ)
+    {
+        return OpenFile(name.c_str(), &of, uStyle);
+    }
+    bool Exists(const std::string &name) { return Open(name, OF_EXIST) != HFILE_ERROR; }
     // What OpenFile and _lread give, in one piece; nothing when it cannot be opened.
     std::optional<std::string> Contents(const std::string &name)
     {
-        const HFILE hFile = OpenFile(name.c_str(), &of, OF_READ);
+        const HFILE hFile = Open(name);
         if (hFile == HFILE_ERROR)
             return std::nullopt;
         std::string strContents(1 << 20, '\0');
@@ -48,10 +45,6 @@ class KernelFilesTest : public MachineTest
             _lread(hFile, strContents.data(), static_cast<UINT>(strContents.size())));
         EXPECT_EQ(_lclose(hFile), 0);
         return strContents;
-    }
-    bool Exists(const std::string &name)
-    {
-        return OpenFile(name.c_str(), &of, OF_EXIST) != HFILE_ERROR;
     }
 
     OFSTRUCT of{};

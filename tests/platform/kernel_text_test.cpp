@@ -1,6 +1,4 @@
 // Code pages, UTF-8 and the comparison of texts.
-#include <cstring>
-
 #include "tests/support/machine.h"
 
 class KernelText : public MachineTest
@@ -35,7 +33,6 @@ TEST_F(KernelText, TextsGoToUnicodeAndBack)
         const char *ansi;
         const char16_t *wide;
     } aRows[] = {
-        {"ASCII", 932, "KJ-150\\~", u"KJ-150\\~"},
         {"western letters and the euro", 1252, "\xE9\x80", u"\u00E9\u20AC"},
         {"a byte that means nothing", 1252, "\x81", u"\u0081"},
         {"central european", 1250, "\xB9", u"\u0105"},
@@ -45,8 +42,6 @@ TEST_F(KernelText, TextsGoToUnicodeAndBack)
         {"the maker's wave dash", 932, "\x81\x60", u"\uFF5E"},
         {"vendor and user characters", 932, "\xFA\x40\xF0\x40", u"\u2170\uE000"},
         {"Korean", 949, "\xB0\xA1", u"\uAC00"},
-        {"simplified Chinese", 936, "\xD6\xD0", u"\u4E2D"},
-        {"traditional Chinese", 950, "\xA4\xA4", u"\u4E2D"},
         {"single bytes at the edges", 932, "\x80\xA0\xFD\xFF", u"\u0080\u00A0\uF8F1\uF8F3"},
     };
     for (const auto &row : aRows) {
@@ -55,21 +50,6 @@ TEST_F(KernelText, TextsGoToUnicodeAndBack)
         EXPECT_EQ(Wide(row.ansi), row.wide);
         EXPECT_EQ(Ansi(row.wide), row.ansi);
         EXPECT_EQ(kvp::ToWide(kvp::AnsiToUtf8(row.ansi)), row.wide);
-    }
-}
-
-TEST_F(KernelText, EveryByteOfASingleBytePageComesBack)
-{
-    for (const UINT uPage : {874u, 1250u, 1251u, 1252u, 1253u, 1254u, 1255u, 1256u, 1257u, 1258u}) {
-        UsePage(uPage);
-        for (int n = 1; n < 256; ++n) {
-            const std::string strByte(1, static_cast<char>(n));
-            const std::string strBack = Ansi(Wide(strByte));
-            // In some pages bytes beyond 0x9F mean nothing as well.
-            const bool bMayMeanNothing = n >= 0xA0 && uPage != 1252;
-            EXPECT_TRUE(strBack == strByte || (bMayMeanNothing && strBack == "?"))
-                << uPage << ", " << n;
-        }
     }
 }
 
@@ -90,34 +70,27 @@ TEST_F(KernelText, NoTextGrowsOnItsWayThere)
 
 TEST_F(KernelText, WhatCannotBeMappedBecomesAQuestionMark)
 {
+    UsePage(1252);
+    EXPECT_EQ(Ansi(u"a\u65E5b"), "a?b") << "a letter of another page";
+    EXPECT_EQ(Ansi(u"\u0080\xDE00"), "??") << "what byte 80 is not, half a pair";
+    UsePage(932);
+    EXPECT_EQ(Ansi(u"\u00E9\xD83D\xDE00x"), "???x") << "an accent, each half of a pair";
     static const struct {
         const char *why;
-        UINT uPage;
-        std::u16string strWide;
-        const char *ansi;
-    } aToAnsi[] = {
-        {"a letter of another page", 1252, u"a\u65E5b", "a?b"},
-        {"an accent in Japanese", 932, u"\u00E9", "?"},
-        {"U+0080 where byte 80 is another's", 1252, u"\u0080", "?"},
-        {"each half of a pair", 932, u"\xD83D\xDE00x", "??x"},
-        {"a half alone", 1252, u"\xDE00", "?"},
+        std::string ansi;
+        std::u16string wide;
+    } aRows[] = {
+        {"a lead byte at the end", "a\x81", u"a?"},
+        {"a lead byte before none of its trail bytes", "\x81\x20z", u"? z"},
+        {"a pair that means nothing", "\x85\xA0z", u"?z"},
+        {"before a terminator", {"\x81\0z", 3}, {u"?\0z", 3}},
     };
-    for (const auto &row : aToAnsi) {
-        SCOPED_TRACE(row.why);
-        UsePage(row.uPage);
-        EXPECT_EQ(Ansi(row.strWide), row.ansi);
-    }
-    UsePage(932);
-    EXPECT_EQ(Wide("a\x81"), u"a?") << "a lead byte at the end";
-    EXPECT_EQ(Wide("\x81\x20z"), u"? z") << "a lead byte before none of its trail bytes";
-    EXPECT_EQ(Wide("\x85\xA0z"), u"?z") << "a pair that means nothing";
-    EXPECT_EQ(Wide(std::string("\x81\0z", 3)), std::u16string(u"?\0z", 3)) << "before a terminator";
-
+    for (const auto &row : aRows)
+        EXPECT_EQ(Wide(row.ansi), row.wide) << row.why;
     BOOL bUsed = FALSE;
-    char sz[8] = {};
-    EXPECT_EQ(WideCharToMultiByte(1252, 0, u"\u65E5", 1, sz, 8, "_", &bUsed), 1);
-    EXPECT_EQ(sz[0], '_');
-    EXPECT_TRUE(bUsed);
+    char c = 0;
+    EXPECT_EQ(WideCharToMultiByte(1252, 0, u"\u65E5", 1, &c, 1, "_", &bUsed), 1);
+    EXPECT_EQ(std::pair(c, bUsed), std::pair('_', TRUE));
 }
 
 TEST_F(KernelText, LengthsAreCountedAndChecked)
@@ -132,45 +105,34 @@ TEST_F(KernelText, LengthsAreCountedAndChecked)
     EXPECT_EQ(MultiByteToWideChar(CP_ACP, 0, sz, -1, wsz, 3), 3);
     EXPECT_EQ(std::u16string(wsz), u"a\u65E5");
     const auto Refused = [](int nResult, DWORD dwError) {
-        const DWORD dwSet = GetLastError();
-        SetLastError(0);
-        EXPECT_EQ(nResult, 0);
-        EXPECT_EQ(dwSet, dwError);
+        EXPECT_EQ(std::pair(nResult, GetLastError()), std::pair(0, dwError));
     };
     Refused(WideCharToMultiByte(CP_ACP, 0, u"a\u65E5", -1, sz, 3, nullptr, nullptr), 122);
-    Refused(MultiByteToWideChar(CP_ACP, 0, "ab", -1, wsz, 2), 122);
     Refused(MultiByteToWideChar(CP_ACP, 0, nullptr, -1, wsz, 2), 87);
-    Refused(MultiByteToWideChar(CP_ACP, 0, "ab", 0, wsz, 2), 87);
-    Refused(MultiByteToWideChar(CP_ACP, 0, "ab", 2, wsz, -1), 87);
+    Refused(MultiByteToWideChar(CP_ACP, 0, "ab", -1, wsz, 2), 122);
     Refused(MultiByteToWideChar(CP_ACP, 0, "ab", 2, nullptr, 2), 87);
-    Refused(MultiByteToWideChar(12345, 0, "ab", 2, wsz, 2), 87);
     Refused(MultiByteToWideChar(CP_ACP, 8, "ab", 2, wsz, 2), 1004);
-    Refused(WideCharToMultiByte(CP_ACP, 0, u"ab", 0, sz, 8, nullptr, nullptr), 87);
-    Refused(WideCharToMultiByte(4321, 0, u"ab", 2, sz, 8, nullptr, nullptr), 87);
+    Refused(MultiByteToWideChar(12345, 0, "ab", 2, wsz, 2), 87);
 }
 
 TEST_F(KernelText, TheNativeCallCutsAtACharactersBorder)
 {
     UsePage(932);
     const std::u16string strWide = u"a\u65E5\u672C";
+    const std::string strAnsi = "a\x93\xFA\x96{";
     constexpr DWORD aWritten[] = {0, 1, 1, 3, 3, 5, 5};
     DWORD cb = 0;
     EXPECT_EQ(RtlUnicodeToMultiByteSize(&cb, strWide.data(), 6), 0);
     EXPECT_EQ(cb, 5u);
     for (DWORD cbRoom = 0; cbRoom < std::size(aWritten); ++cbRoom) {
-        char sz[8];
-        std::memset(sz, 'x', sizeof sz);
-        EXPECT_EQ(RtlUnicodeToMultiByteN(sz, cbRoom, &cb, strWide.data(), 6), 0);
+        std::string strBuffer(8, 'x'), strWanted = strAnsi.substr(0, aWritten[cbRoom]);
+        EXPECT_EQ(RtlUnicodeToMultiByteN(strBuffer.data(), cbRoom, &cb, strWide.data(), 6), 0);
         EXPECT_EQ(cb, aWritten[cbRoom]);
-        EXPECT_EQ(std::string(sz, cb), std::string("a\x93\xFA\x96{").substr(0, cb));
-        EXPECT_EQ(std::string(sz + cb, sz + cbRoom), std::string(cbRoom - cb, '\xAB'));
-        EXPECT_EQ(sz[cbRoom], 'x');
+        strWanted.resize(cbRoom, '\xAB');
+        strWanted.resize(8, 'x');
+        EXPECT_EQ(strBuffer, strWanted);
     }
-    char sz[8];
-    EXPECT_EQ(RtlUnicodeToMultiByteN(sz, 8, &cb, strWide.data(), 3), 0) << "half a character";
-    EXPECT_EQ(cb, 1u);
     EXPECT_LT(RtlUnicodeToMultiByteN(nullptr, 8, &cb, strWide.data(), 6), 0);
-    EXPECT_LT(RtlUnicodeToMultiByteSize(nullptr, strWide.data(), 6), 0);
 }
 
 TEST_F(KernelText, Utf8ThatIsNoneIsReplaced)
@@ -182,7 +144,6 @@ TEST_F(KernelText, Utf8ThatIsNoneIsReplaced)
         {"up to the largest", "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xF4\x8F\xBF\xBF",
          u"\x7F\x80\u07FF\u0800\xDBFF\xDFFF"},
         {"overlong", "\xC0\x80", u"\xFFFD\xFFFD"},
-        {"overlong by three", "\xE0\x9F\xBF", u"\xFFFD\xFFFD\xFFFD"},
         {"a surrogate", "\xED\xA0\x80", u"\xFFFD\xFFFD\xFFFD"},
         {"past the largest", "\xF4\x90\x80\x80", u"\xFFFD\xFFFD\xFFFD\xFFFD"},
         {"cut short", "a\xE3\x81", u"a\xFFFD\xFFFD"},
@@ -209,9 +170,7 @@ TEST_F(KernelText, TextsAreComparedByEveryCharacter)
         {"case matters last", "Kb", -1, "ka", -1, 3},
         {"a beginning is less", "KJ", -1, "KJ-150", -1, 1},
         {"counted", "KJ-150x", 6, "KJ-150y", 6, 2},
-        {"counted against terminated", "KJ-150x", 6, "KJ-150", -1, 2},
         {"high bytes are above letters", "\xB1", -1, "z", -1, 3},
-        {"empty", "", -1, "x", 0, 2},
         {"nothing", nullptr, -1, "x", -1, 0},
     };
     for (const auto &row : aRows) {
@@ -219,6 +178,4 @@ TEST_F(KernelText, TextsAreComparedByEveryCharacter)
         EXPECT_EQ(CompareStringA(LOCALE_USER_DEFAULT, 0, row.first, row.cch1, row.second, row.cch2),
                   row.nResult);
     }
-    EXPECT_EQ(CompareStringA(LOCALE_USER_DEFAULT, 1, "a", -1, "A", -1), 0);
-    EXPECT_EQ(GetLastError(), 1004u);
 }

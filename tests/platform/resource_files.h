@@ -11,24 +11,34 @@
 #include "tests/platform/resource_sample.h"
 #include "tests/support/machine.h"
 
-inline std::vector<uint8_t> HostFile(const std::string &path)
+class ResourceTest : public MachineTest
 {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
+  protected:
+    ~ResourceTest() override { EXPECT_EQ(kvp::CurrentlyHeld().nLibraries, 0u); }
 
-inline void PutHostFile(const std::string &path, std::span<const uint8_t> bytes)
-{
-    std::ofstream file(path, std::ios::binary);
-    file.write(reinterpret_cast<const char *>(bytes.data()),
-               static_cast<std::streamsize>(bytes.size()));
-}
-
-inline std::string StringOf(HMODULE module, UINT uId)
-{
-    char szText[256];
-    const int length = LoadStringA(module, uId, szText, sizeof szText);
-    return {szText, static_cast<size_t>(length)};
-}
+    static std::vector<uint8_t> HostFile(const std::string &path)
+    {
+        std::ifstream file(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    static void PutHostFile(const std::string &path, std::span<const uint8_t> bytes)
+    {
+        std::ofstream file(path, std::ios::binary);
+        file.write(reinterpret_cast<const char *>(bytes.data()),
+                   static_cast<std::streamsize>(bytes.size()));
+    }
+    static std::string StringOf(HMODULE module, UINT uId)
+    {
+        char szText[256];
+        const int length = LoadStringA(module, uId, szText, sizeof szText);
+        return {szText, static_cast<size_t>(length)};
+    }
+    void SetUser(LANGID wLang, UINT uCodePage = 1252)
+    {
+        machine.wLang = wLang;
+        machine.uAnsiCodePage = uCodePage;
+        Apply();
+    }
+};
 
 #endif

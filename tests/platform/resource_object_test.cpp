@@ -13,54 +13,58 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-class SharedObject : public MachineTest
+class SharedObject : public ResourceTest
 {
   protected:
-    ~SharedObject() override { EXPECT_EQ(kvp::CurrentlyHeld().nLibraries, 0u); }
+    // Of the object's file, where its section headers begin.
+    uint64_t SectionsAt() const
+    {
+        uint64_t at = 0;
+        std::memcpy(&at, &object[0x28], sizeof at);
+        return at;
+    }
+    HMODULE LoadFirst(uint64_t size)
+    {
+        PutHostFile(path, std::span(object).first(size));
+        return kvp::LoadHostLibrary(path, &reason);
+    }
+
+    std::vector<uint8_t> object = HostFile(KV_SAMPLE_OBJECT);
+    const std::string path = machine.strRoot + "/maintain.dll";
+    std::string reason;
 };
 
+// What it is, its bytes say, not its name.
 TEST_F(SharedObject, StartsWithItsFirstLoadAndStopsWithItsLastFree)
 {
-    HMODULE module = kvp::LoadHostLibrary(KV_SAMPLE_OBJECT);
+    HMODULE module = LoadFirst(object.size());
     ASSERT_NE(module, nullptr);
-    EXPECT_THAT(BoxesShown(), ElementsAre("start: last"));
-    EXPECT_EQ(kvp::LoadHostLibrary(KV_SAMPLE_OBJECT), module);
+    EXPECT_EQ(kvp::LoadHostLibrary(path), module);
     EXPECT_TRUE(FreeLibrary(module));
-    EXPECT_THAT(BoxesShown(), IsEmpty());
-
+    EXPECT_THAT(BoxesShown(), ElementsAre("start: last"));
     const auto answer = reinterpret_cast<int (*)()>(kvp::FindProc(module, "Answer"));
     ASSERT_NE(answer, nullptr);
     EXPECT_EQ(answer(), 42);
     EXPECT_EQ(kvp::FindProc(module, "Question"), nullptr);
-
     EXPECT_TRUE(FreeLibrary(module));
     EXPECT_THAT(BoxesShown(), ElementsAre("stop: last"));
     EXPECT_EQ(kvp::FindProc(module, "Answer"), nullptr);
-}
-
-TEST_F(SharedObject, IsToldByItsBytesNotItsName)
-{
-    PutHostFile(machine.strRoot + "/maintain.dll", HostFile(KV_SAMPLE_OBJECT));
-    HMODULE module = kvp::LoadHostLibrary(machine.strRoot + "/maintain.dll");
-    EXPECT_THAT(BoxesShown(), ElementsAre("start: last"));
-    EXPECT_NE(kvp::FindProc(module, "Answer"), nullptr);
-    EXPECT_TRUE(FreeLibrary(module));
 }
 
 TEST_F(SharedObject, ARefusalRefusesTheLoad)
 {
     machine.dwMajor = 4;
     Apply();
-    std::string reason;
-    EXPECT_EQ(kvp::LoadHostLibrary(KV_SAMPLE_OBJECT, &reason), nullptr);
+    EXPECT_EQ(LoadFirst(object.size()), nullptr);
     EXPECT_EQ(GetLastError(), 1114u);
     EXPECT_THAT(reason, HasSubstr("refused"));
     EXPECT_THAT(BoxesShown(), ElementsAre("start: last")) << "one that never ran is not stopped";
 
     machine.dwMajor = 3;
     Apply();
-    HMODULE module = kvp::LoadHostLibrary(KV_SAMPLE_OBJECT);
-    EXPECT_NE(module, nullptr) << "a refusal is not remembered";
+    HMODULE module = kvp::LoadHostLibrary(path);
+    EXPECT_NE(module, nullptr);
+    EXPECT_THAT(BoxesShown(), ElementsAre("start: last")) << "a refusal is not remembered";
     FreeLibrary(module);
 }
 
@@ -77,51 +81,26 @@ TEST_F(SharedObject, WhatItNeedsIsNotItsOwn)
     EXPECT_THAT(BoxesShown(), IsEmpty());
 }
 
-TEST_F(SharedObject, SaysWhyItCannotBeLoaded)
-{
-    const std::vector<uint8_t> object = HostFile(KV_SAMPLE_OBJECT);
-    const std::string cut = machine.strRoot + "/cut.so", none = machine.strRoot + "/none.so";
-    PutHostFile(cut, std::span(object).first(40));
-    const struct {
-        std::string path;
-        DWORD error;
-    } aFailures[] = {{none, 126}, {cut, 193}, {machine.strRoot, 193}};
-    for (const auto &row : aFailures) {
-        std::string reason;
-        EXPECT_EQ(kvp::LoadHostLibrary(row.path, &reason), nullptr);
-        EXPECT_EQ(GetLastError(), row.error);
-        EXPECT_THAT(reason, HasSubstr(row.path));
-    }
-}
-
 // The code runs without the section headers; they alone say where the resources are.
-class DamagedSections : public SharedObject
+TEST_F(SharedObject, CutOffItRunsWithoutResourcesOrSaysWhyNot)
 {
-  protected:
-    uint64_t SectionsAt() const
-    {
-        uint64_t at = 0;
-        std::memcpy(&at, &object[0x28], sizeof at);
-        return at;
-    }
-
-    std::vector<uint8_t> object = HostFile(KV_SAMPLE_OBJECT);
-};
-
-TEST_F(DamagedSections, CutOffGiveNone)
-{
-    const std::string path = machine.strRoot + "/cut.so";
-    for (size_t size : {size_t{0}, size_t{63}, size_t{64 * 4}}) {
+    for (const uint64_t size : {0, 63, 64 * 4}) {
         SCOPED_TRACE(size);
-        PutHostFile(path, std::span(object).first(SectionsAt() + size));
-        HMODULE module = kvp::LoadHostLibrary(path);
+        HMODULE module = LoadFirst(SectionsAt() + size);
         ASSERT_NE(module, nullptr);
         EXPECT_EQ(StringOf(module, TEXT_LAST), "");
         FreeLibrary(module);
     }
+    EXPECT_EQ(LoadFirst(40), nullptr);
+    EXPECT_EQ(GetLastError(), 193u);
+    EXPECT_THAT(reason, HasSubstr(path));
+    const std::string none = machine.strRoot + "/none.so";
+    EXPECT_EQ(kvp::LoadHostLibrary(none, &reason), nullptr);
+    EXPECT_EQ(GetLastError(), 126u);
+    EXPECT_THAT(reason, HasSubstr(none));
 }
 
-TEST_F(DamagedSections, NameNothingOutsideTheFile)
+TEST_F(SharedObject, DamagedSectionsNameNothingOutsideTheFile)
 {
     ASSERT_EQ(kvp::ElfSection(object, ".rsrc").size(), HostFile(KV_SAMPLE_LIBRARY).size());
     size_t nMissing = 0;

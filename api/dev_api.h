@@ -12,7 +12,6 @@
 #include "datafile/instance.h"
 #include "kvui/kvdd.h"
 
-constexpr SHORT MOST_COPIES = 99;
 constexpr SHORT API_LENGTH = 254; // 0.1 mm; a length of 0 stands for it while dwApiFlag is 1
 
 // One 16-bit word of an answer.

@@ -1,37 +1,22 @@
 // What an item can be set to.
 #include "api/dev_api.h"
 
-#include "base/text.h"
 #include "datafile/queries.h"
 
 static constexpr WORD LIST_WORD = 2; // beside the count of every list
-// Counts in the files are 16 bits wide, and a list has papers and user papers.
-static constexpr size_t MOST_IDS = 2 * 0x10000;
 
 static_assert(sizeof(KVDDPAPERRANGE) == 14 && offsetof(KVDDPAPERRANGE, dwIds) == 10);
 static_assert(sizeof(KVDDLISTRANGE) == 8 && offsetof(KVDDLISTRANGE, dwValues) == 4);
 
-static void *LowAddress(uint32_t dwAddress)
+// The caller's array, which may lie at an odd address; null when there is none.
+static WORD *LowArray(uint32_t dwAddress)
 {
-    return reinterpret_cast<void *>(static_cast<uintptr_t>(dwAddress));
-}
-
-// Runs a query that lists ids, with the caller's array when there is one. The array's address may
-// be odd, so the query fills one of ours.
-static DWORD ListIds(DWORD (*lpQuery)(const DriverDevMode *, WORD *), const DriverDevMode *lpDM,
-                     uint32_t dwArray)
-{
-    if (dwArray == 0)
-        return lpQuery(lpDM, nullptr);
-    const auto lpIds = std::make_unique_for_overwrite<WORD[]>(MOST_IDS);
-    const DWORD n = lpQuery(lpDM, lpIds.get());
-    KVMemcpy(LowAddress(dwArray), lpIds.get(), n * sizeof(WORD));
-    return n;
+    return reinterpret_cast<WORD *>(static_cast<uintptr_t>(dwAddress));
 }
 
 int32_t RangeOfCopies(const DriverDevMode *, void *lpRange)
 {
-    return AnswerWord(lpRange, MOST_COPIES);
+    return AnswerWord(lpRange, KV_MOST_COPIES);
 }
 
 // The limits are those of the user-defined paper, asked of a copy of the record, so that no path
@@ -53,7 +38,7 @@ static int32_t UserPaperLimits(const DriverDevMode *lpDM, KVDDPAPERRANGE *lpRang
 int32_t RangeOfPaper(const DriverDevMode *lpDM, void *lpRange)
 {
     auto *lpPapers = static_cast<KVDDPAPERRANGE *>(lpRange);
-    lpPapers->wPapers = static_cast<WORD>(ListIds(Get_PaperIndexs, lpDM, lpPapers->dwIds));
+    lpPapers->wPapers = static_cast<WORD>(Get_PaperIndexs(lpDM, LowArray(lpPapers->dwIds)));
     if (lpPapers->wPapers == 0)
         return KVDD_NO_DATA;
     return lpPapers->dwIds ? UserPaperLimits(lpDM, lpPapers) : KVDD_OK;
@@ -62,7 +47,7 @@ int32_t RangeOfPaper(const DriverDevMode *lpDM, void *lpRange)
 int32_t RangeOfSource(const DriverDevMode *lpDM, void *lpRange)
 {
     auto *lpSources = static_cast<KVDDLISTRANGE *>(lpRange);
-    lpSources->wCount = static_cast<WORD>(ListIds(Get_BinIndexs, lpDM, lpSources->dwValues));
+    lpSources->wCount = static_cast<WORD>(Get_BinIndexs(lpDM, LowArray(lpSources->dwValues)));
     lpSources->wTwo = LIST_WORD;
     return lpSources->wCount ? KVDD_OK : KVDD_NO_DATA;
 }
@@ -78,11 +63,9 @@ int32_t RangeOfMedia(const DriverDevMode *lpDM, void *lpRange)
     if (!tables)
         return KVDD_NO_DATA;
     auto *lpMedia = static_cast<KVDDLISTRANGE *>(lpRange);
-    if (lpMedia->dwValues) {
-        auto *lpCodes = static_cast<BYTE *>(LowAddress(lpMedia->dwValues));
+    if (WORD *lpCodes = LowArray(lpMedia->dwValues))
         for (uint32_t i = 0; i < tables->nMedia; ++i)
-            KVMemcpy(lpCodes + i * sizeof(WORD), &tables->lpMedia[i].wCode, sizeof(WORD));
-    }
+            AnswerWord(lpCodes + i, tables->lpMedia[i].wCode);
     lpMedia->wCount = static_cast<WORD>(tables->nMedia);
     lpMedia->wTwo = LIST_WORD;
     return KVDD_OK;

@@ -31,7 +31,7 @@ static void SetPhysicalMargin(DriverDevMode *lpDM, const DatFile &tables)
 int32_t SetCopies(DriverDevMode *lpDM, intptr_t lpValue)
 {
     const SHORT sCopies = static_cast<SHORT>(lpValue);
-    if (!Between(sCopies, 1, MOST_COPIES))
+    if (!Between(sCopies, 1, KV_MOST_COPIES))
         return KVDD_NOT_ALLOWED;
     lpDM->dm.dmCopies = sCopies;
     return KVDD_OK;
@@ -61,14 +61,6 @@ static int32_t ChoosePaper(DriverDevMode *lpDM, SHORT sId, PaperRecord *lpPaper)
     lpDM->dm.dmPaperSize = sId;
     lpDM->nPaper = static_cast<LONG>(lpFound - tables->lpPapers.data());
     return KVDD_OK;
-}
-
-static void TakeSizeOf(DriverDevMode *lpDM, const PaperRecord &paper)
-{
-    lpDM->dm.dmPaperLength = static_cast<SHORT>(From360ToMM(paper.wLength));
-    lpDM->dm.dmPaperWidth = static_cast<SHORT>(From360ToMM(paper.wWidth));
-    lpDM->wPaperLength360 = static_cast<WORD>(paper.wLength);
-    lpDM->wPaperWidth360 = static_cast<WORD>(paper.wWidth);
 }
 
 // The limits go back to the caller before the size is looked at. Rounded, not truncated: merging
@@ -108,7 +100,7 @@ int32_t SetPaper(DriverDevMode *lpDM, intptr_t lpValue)
     int32_t lResult = ChoosePaper(lpDM, sId, &paper);
     if (lResult != KVDD_OK)
         return lResult;
-    TakeSizeOf(lpDM, paper);
+    PutPaperSize(lpDM, paper);
     if (sId == KV_PAPER_USER)
         lResult = TakeUserSize(lpDM, lpWords);
     if (lResult != KVDD_OK)
@@ -126,31 +118,27 @@ int32_t SetPaper(DriverDevMode *lpDM, intptr_t lpValue)
 static void ChangePaper(DriverDevMode *lpDM, const DatFile &tables)
 {
     const DWORD dwMask = SourceMask(static_cast<DWORD>(lpDM->nBin));
-    const auto isCurrent = [lpDM, dwMask](const PaperRecord &paper) {
-        return Supports(paper, dwMask) && paper.wId == lpDM->dm.dmPaperSize;
-    };
-    const auto papers = Papers(tables);
-    auto paper = std::ranges::find_if(papers, isCurrent);
-    if (paper == papers.end())
-        paper = std::ranges::find_if(
-            papers, [dwMask](const PaperRecord &p) { return Supports(p, dwMask); });
-    if (paper != papers.end()) {
-        lpDM->nPaper = static_cast<LONG>(paper - papers.begin());
-        lpDM->dm.dmPaperSize = paper->wId;
+    const PaperRecord *lpPaper = FindFedPaper(tables, dwMask, lpDM->dm.dmPaperSize);
+    if (!lpPaper)
+        lpPaper = FindFedPaper(tables, dwMask);
+    if (lpPaper) {
+        lpDM->nPaper = static_cast<LONG>(lpPaper - tables.lpPapers.data());
+        lpDM->dm.dmPaperSize = lpPaper->wId;
     }
     LONG nSlot = static_cast<LONG>(tables.nPapers);
     for (const UserPaperRecord &slot : UserPapersInUse(tables)) {
-        if (isCurrent(slot.paper))
+        if (Supports(slot.paper, dwMask) && slot.paper.wId == lpDM->dm.dmPaperSize)
             lpDM->nPaper = nSlot;
         ++nSlot;
     }
 }
 
+// Done twice, it changes nothing more.
 static int32_t ChangeSourceAPI(DriverDevMode *lpDM)
 {
     const LoadedTables tables = LoadTables(lpDM);
     if (!tables)
-        return KVDD_OK; // the next load says so
+        return KVDD_NO_DATA;
     const auto bins = Bins(*tables);
     const auto bin = std::ranges::find_if(
         bins, [lpDM](const BinRecord &b) { return IsSource(b.wId, lpDM->dm.dmDefaultSource); });
@@ -160,22 +148,21 @@ static int32_t ChangeSourceAPI(DriverDevMode *lpDM)
     ChangePaper(lpDM, *tables);
     lpDM->dm.dmCollate = 0;
     ApplyAreaRule(lpDM, tables.get());
+    SetPhysicalMargin(lpDM, *tables);
     return KVDD_OK;
 }
 
+// The source and its margins are two steps that each load: what loading has to tell is told twice.
+// The second has the last word, so that a loading that fails once leaves no half of a change.
 int32_t SetSource(DriverDevMode *lpDM, intptr_t lpValue)
 {
     lpDM->dm.dmDefaultSource = static_cast<SHORT>(lpValue);
-    const int32_t lResult = ChangeSourceAPI(lpDM);
-    if (lResult != KVDD_OK)
-        return lResult;
-    LoadedTables tables = LoadTables(lpDM);
-    if (!tables)
-        return KVDD_NO_DATA;
-    SetPhysicalMargin(lpDM, *tables);
-    tables.reset();
-    GetMWData(lpDM);
-    return KVDD_OK;
+    int32_t lResult = KVDD_OK;
+    for (int nStep = 0; nStep < 2 && lResult != KVDD_NOT_ALLOWED; ++nStep)
+        lResult = ChangeSourceAPI(lpDM);
+    if (lResult == KVDD_OK)
+        GetMWData(lpDM);
+    return lResult;
 }
 
 // ---- print mode ------------------------------------------------------------------------------
@@ -235,12 +222,8 @@ int32_t SetPrintMode(DriverDevMode *lpDM, intptr_t lpValue)
     if (lResult != KVDD_OK)
         return lResult;
     if (const ResolutionRecord *lpRes =
-            RecordAt(tables->lpRes, tables->nRes, lpDM->Settings.wResolution)) {
-        lpDM->dm.dmPrintQuality = lpRes->wResX;
-        lpDM->lResX = lpRes->wResX;
-        lpDM->dm.dmYResolution = lpRes->wResY;
-        lpDM->lResY = lpRes->wResY;
-    }
+            RecordAt(tables->lpRes, tables->nRes, lpDM->Settings.wResolution))
+        PutResolution(lpDM, *lpRes);
     lpDM->dm.dmColor = lpDM->Settings.wInk == 1 ? 2 : 1;
     tables.reset();
     GetMWData(lpDM);

@@ -1,8 +1,8 @@
 // The MW table: the choice of a row, and its refresh in a record.
 #include "datafile/mw.h"
 
-#include <algorithm>
 #include <cstring>
+#include <iterator>
 
 #include "base/module.h"
 #include "datafile/files.h"
@@ -18,16 +18,26 @@ static bool IsMWSource(LONG lRow, LONG lSource)
     return lRow == wSource || lRow == static_cast<SHORT>(wSource);
 }
 
-// In 64 bits: a doubled resolution of a hostile record fits nothing rather than wrap around.
-static bool FitsResolution(const MWRecord &row, const MWKey &key)
+// The resolutions that a row must have. In 64 bits: a doubled one of a hostile record fits nothing
+// rather than wrap around.
+struct Resolutions {
+    int64_t lResX, lResY, lResX2, lResY2;
+};
+
+static Resolutions ResolutionsOf(const MWKey &key)
 {
-    const int64_t lResX2 = key.wDotScale == 1 || key.wDotScale == 3 ? 2 * key.lResX : key.lResX;
-    const int64_t lResY2 = key.wDotScale == 2 || key.wDotScale == 3 ? 2 * key.lResY : key.lResY;
-    return row.lResY == key.lResY && row.lResX == key.lResX && row.lResY2 == lResY2 &&
-           row.lResX2 == lResX2;
+    const bool bX = key.wDotScale == 1 || key.wDotScale == 3;
+    const bool bY = key.wDotScale == 2 || key.wDotScale == 3;
+    return {key.lResX, key.lResY, (bX ? 2 : 1) * key.lResX, (bY ? 2 : 1) * key.lResY};
 }
 
-// From the most particular to the most general: each is tried on every row before the next.
+static bool Fits(const MWRecord &row, const Resolutions &wanted)
+{
+    return row.lResY == wanted.lResY && row.lResX == wanted.lResX && row.lResY2 == wanted.lResY2 &&
+           row.lResX2 == wanted.lResX2;
+}
+
+// From the most particular to the most general: the first row of the first that finds any.
 static constexpr bool (*aSearches[])(const MWRecord &, const MWKey &) = {
     [](const MWRecord &row, const MWKey &key) {
         return row.lSource == MW_ANY && row.lMedia == key.lMediaCode && row.lInk == key.sInk;
@@ -47,13 +57,16 @@ static constexpr bool (*aSearches[])(const MWRecord &, const MWKey &) = {
 
 const MWRecord *ChooseMWRow(std::span<const MWRecord> rows, const MWKey &key)
 {
-    for (const auto search : aSearches) {
-        const auto row = std::ranges::find_if(rows, [&](const MWRecord &candidate) {
-            return FitsResolution(candidate, key) && search(candidate, key);
-        });
-        if (row != rows.end() && row - rows.begin() != NOT_FOUND)
-            return &*row;
-    }
+    const Resolutions wanted = ResolutionsOf(key);
+    const MWRecord *aFound[std::size(aSearches)] = {};
+    for (const MWRecord &row : rows)
+        if (Fits(row, wanted))
+            for (size_t i = 0; i < std::size(aSearches); ++i)
+                if (!aFound[i] && aSearches[i](row, key))
+                    aFound[i] = &row;
+    for (const MWRecord *lpFound : aFound)
+        if (lpFound && lpFound - rows.data() != NOT_FOUND)
+            return lpFound;
     return nullptr;
 }
 

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/units.h"
+
 FileState ReadDatTables(LPCSTR lpName, DatFile *lpBlock)
 {
     DatReader reader;
@@ -139,4 +141,30 @@ const PaperRecord *FindPaper(const DatFile &block, int nId)
 const UserPaperRecord *FindUserPaper(const DatFile &block, int nId)
 {
     return RecordAt(block.lpUserPapers, block.nUserPaperUsed, FindUserPaperIndex(block, nId));
+}
+
+const PaperRecord *FindFedPaper(const DatFile &block, DWORD dwMask, std::optional<int> nId)
+{
+    for (const PaperRecord &paper : Papers(block))
+        if (Supports(paper, dwMask) && (!nId || paper.wId == *nId))
+            return &paper;
+    return nullptr;
+}
+
+// ---- written into a record --------------------------------------------------------------------
+
+void PutResolution(DriverDevMode *lpDM, const ResolutionRecord &resolution)
+{
+    lpDM->dm.dmPrintQuality = resolution.wResX;
+    lpDM->dm.dmYResolution = resolution.wResY;
+    lpDM->lResX = resolution.wResX;
+    lpDM->lResY = resolution.wResY;
+}
+
+void PutPaperSize(DriverDevMode *lpDM, const PaperRecord &paper)
+{
+    lpDM->dm.dmPaperLength = static_cast<int16_t>(From360ToMM(paper.wLength));
+    lpDM->dm.dmPaperWidth = static_cast<int16_t>(From360ToMM(paper.wWidth));
+    lpDM->wPaperWidth360 = static_cast<WORD>(paper.wWidth);
+    lpDM->wPaperLength360 = static_cast<WORD>(paper.wLength);
 }

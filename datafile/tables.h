@@ -5,6 +5,7 @@
 #ifndef KV_DATAFILE_TABLES_H
 #define KV_DATAFILE_TABLES_H
 
+#include <optional>
 #include <span>
 #include <string>
 
@@ -36,6 +37,15 @@ std::string SlotName(const UserPaperRecord &slot);
 // The papers, without what may be left behind them from another model.
 std::span<const PaperRecord> Papers(const DatFile &block);
 std::span<const BinRecord> Bins(const DatFile &block);
+
+// The first paper that a source of the mask feeds, of this identifier unless any will do; null when
+// there is none.
+const PaperRecord *FindFedPaper(const DatFile &block, DWORD dwMask, std::optional<int> nId = {});
+
+// Written into a record: a resolution in its public and its private part; a paper's size in 0.1 mm
+// and in 1/360 inch, while the held size stays.
+void PutResolution(DriverDevMode *lpDM, const ResolutionRecord &resolution);
+void PutPaperSize(DriverDevMode *lpDM, const PaperRecord &paper);
 
 // Whether a paper can be fed from one of the sources of a mask.
 constexpr bool Supports(const PaperRecord &paper, DWORD dwMask)

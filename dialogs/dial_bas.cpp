@@ -3,6 +3,7 @@
 // dial_bas.h names.
 #include "dialogs/dial_bas.h"
 
+#include "datafile/tables.h"
 #include "dialogs/helpers.h"
 #include "dialogs/pages.h"
 #include "dialogs/rules.h"
@@ -163,10 +164,7 @@ static void ApplyResolution(DriverDevMode *lpDM, const UIINSTANCE *lpInstance)
     const ResolutionRecord *lpRes = Resolution(lpInstance, lpDM->Settings.wResolution);
     if (!lpRes)
         return;
-    lpDM->dm.dmPrintQuality = lpRes->wResX;
-    lpDM->dm.dmYResolution = lpRes->wResY;
-    lpDM->lResX = lpRes->wResX;
-    lpDM->lResY = lpRes->wResY;
+    PutResolution(lpDM, *lpRes);
     lpDM->Settings.wDotScale = lpRes->wDotScale;
     if (const MediaRecord *lpMedia = MediaOf(lpInstance, lpDM->Settings.wResolution))
         lpDM->lMediaCode = lpMedia->wCode;

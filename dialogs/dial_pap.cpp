@@ -11,7 +11,7 @@
 #include "resources/paper_ids.h"
 
 static constexpr int PORTRAIT = 1, LANDSCAPE = 2; // dmOrientation
-static constexpr int LEAST_COPIES = 1, MOST_COPIES = 99;
+static constexpr int LEAST_COPIES = 1;
 
 static HBRUSH hBrush; // of the page
 
@@ -159,8 +159,8 @@ static INT_PTR OnCopies(HWND hDlg, DriverDevMode *lpDM, WORD wCode)
     if (wCode != EN_CHANGE)
         return TRUE;
     const int nCopies = CopiesShown(hDlg);
-    if (nCopies > MOST_COPIES)
-        SetCopies(hDlg, lpDM, MOST_COPIES);
+    if (nCopies > KV_MOST_COPIES)
+        SetCopies(hDlg, lpDM, KV_MOST_COPIES);
     else if (nCopies < LEAST_COPIES)
         SetCopies(hDlg, lpDM, LEAST_COPIES);
     return TRUE;
@@ -169,9 +169,9 @@ static INT_PTR OnCopies(HWND hDlg, DriverDevMode *lpDM, WORD wCode)
 static INT_PTR OnArrows(HWND hDlg, DriverDevMode *lpDM, WORD wCode)
 {
     const int nCopies = CopiesShown(hDlg);
-    if (wCode == SB_LINEUP && nCopies >= LEAST_COPIES && nCopies < MOST_COPIES)
+    if (wCode == SB_LINEUP && nCopies >= LEAST_COPIES && nCopies < KV_MOST_COPIES)
         SetCopies(hDlg, lpDM, nCopies + 1);
-    if (wCode == SB_LINEDOWN && nCopies > LEAST_COPIES && nCopies <= MOST_COPIES)
+    if (wCode == SB_LINEDOWN && nCopies > LEAST_COPIES && nCopies <= KV_MOST_COPIES)
         SetCopies(hDlg, lpDM, nCopies - 1);
     return TRUE;
 }

@@ -143,9 +143,7 @@ static void SetSize360(DriverDevMode *lpDM, const PaperRecord &paper)
 static void TakePaper(DriverDevMode *lpDM, const PaperRecord &paper)
 {
     lpDM->dm.dmPaperSize = paper.wId;
-    lpDM->dm.dmPaperLength = static_cast<int16_t>(From360ToMM(paper.wLength));
-    lpDM->dm.dmPaperWidth = static_cast<int16_t>(From360ToMM(paper.wWidth));
-    SetSize360(lpDM, paper);
+    PutPaperSize(lpDM, paper);
 }
 
 // The sizes in 1/360 inch stay those of the paper before.

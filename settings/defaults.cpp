@@ -9,7 +9,7 @@
 #include "base/units.h"
 #include "datafile/files.h"
 #include "datafile/mw.h"
-#include "datafile/reader.h"
+#include "datafile/tables.h"
 
 // What the defaults are made of; released as a whole.
 struct DefaultSource {
@@ -24,8 +24,7 @@ struct DefaultSource {
 template <class Record>
 static const Record *At(const std::vector<Record> &table, int64_t nIndex)
 {
-    const bool bInside = nIndex >= 0 && nIndex < static_cast<int64_t>(table.size());
-    return bInside ? &table[static_cast<size_t>(nIndex)] : nullptr;
+    return RecordAt(table, static_cast<uint32_t>(table.size()), nIndex);
 }
 
 // ---- reading ----------------------------------------------------------------------------------
@@ -118,15 +117,12 @@ static void TakeTemplate(DriverDevMode *lpDM, const DriverDevMode &tmpl)
 static void TakePaper(DriverDevMode *lpDM, const PaperRecord &paper)
 {
     lpDM->dm.dmPaperSize = paper.wId;
-    lpDM->dm.dmPaperLength = static_cast<int16_t>(From360ToMM(paper.wLength));
-    lpDM->dm.dmPaperWidth = static_cast<int16_t>(From360ToMM(paper.wWidth));
+    PutPaperSize(lpDM, paper);
     lpDM->nPaper = paper.wIndex;
     lpDM->wMarginLeft = static_cast<WORD>(paper.wLeft);
     lpDM->wMarginTop = static_cast<WORD>(paper.wTop);
     lpDM->wMarginRight = static_cast<WORD>(paper.wRight);
     lpDM->wMarginBottom = static_cast<WORD>(paper.wBottom);
-    lpDM->wPaperWidth360 = static_cast<WORD>(paper.wWidth);
-    lpDM->wPaperLength360 = static_cast<WORD>(paper.wLength);
     lpDM->lPaperWidth = lpDM->dm.dmPaperWidth;
     lpDM->lPaperLength = lpDM->dm.dmPaperLength;
 }
@@ -153,17 +149,6 @@ static void TakeDefaultPaper(DriverDevMode *lpDM, const std::vector<PaperRecord>
             return TakePaper(lpDM, paper);
 }
 
-static void TakeResolution(DriverDevMode *lpDM, const ResolutionRecord &resolution,
-                           const std::vector<MediaRecord> &media)
-{
-    lpDM->dm.dmPrintQuality = resolution.wResX;
-    lpDM->dm.dmYResolution = resolution.wResY;
-    lpDM->lResX = resolution.wResX;
-    lpDM->lResY = resolution.wResY;
-    if (const MediaRecord *lpMedia = At(media, resolution.wMedia))
-        lpDM->lMediaCode = lpMedia->wCode;
-}
-
 // The default settings record and what follows from it. A record that leads nowhere leaves all of
 // it cleared.
 static void TakeSettings(DriverDevMode *lpDM, const DefaultSource &source)
@@ -175,7 +160,9 @@ static void TakeSettings(DriverDevMode *lpDM, const DefaultSource &source)
     const ResolutionRecord *lpResolution =
         lpSettings ? At(source.resolutions, lpSettings->wResolution) : nullptr;
     if (lpResolution) {
-        TakeResolution(lpDM, *lpResolution, source.media);
+        PutResolution(lpDM, *lpResolution);
+        if (const MediaRecord *lpMedia = At(source.media, lpResolution->wMedia))
+            lpDM->lMediaCode = lpMedia->wCode;
         RefreshMWData(lpDM, source.mw);
     } else {
         SetMWData(lpDM, nullptr);

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <optional>
 
 #include "base/handles.h"
 #include "base/printer.h"
@@ -153,12 +152,8 @@ static void FollowResolution(DriverDevMode *lpDM, const DatFile &block)
 {
     const ResolutionRecord *lpResolution =
         RecordAt(block.lpRes, block.nRes, lpDM->Settings.wResolution);
-    if (!lpResolution)
-        return;
-    lpDM->dm.dmPrintQuality = lpResolution->wResX;
-    lpDM->lResX = lpResolution->wResX;
-    lpDM->dm.dmYResolution = lpResolution->wResY;
-    lpDM->lResY = lpResolution->wResY;
+    if (lpResolution)
+        PutResolution(lpDM, *lpResolution);
 }
 
 BOOL MergePaperAndResolution(DriverDevMode *lpDM, const DriverDevMode *lpIn)
@@ -178,47 +173,32 @@ void ModifyCheckBin(DriverDevMode *lpDM, const DatFile *lpBlock)
     ApplyAreaRule(lpDM, lpBlock);
 }
 
-// The first of some entries that supports the mask and, unless any will do, is the paper asked
-// for; -1 when there is none.
-template <class Entry, class PaperOf>
-static int FirstFed(std::span<const Entry> entries, DWORD dwMask, std::optional<int> nPaperId,
-                    PaperOf paperOf)
+// Among the user paper slots in use; -1 when there is none.
+static int FirstFedSlot(const DatFile &block, DWORD dwMask, int nPaperId)
 {
-    const auto it = std::find_if(entries.begin(), entries.end(), [&](const Entry &entry) {
-        const PaperRecord &paper = paperOf(entry);
-        return Supports(paper, dwMask) && (!nPaperId || paper.wId == *nPaperId);
+    const auto slots = UserPapersInUse(block);
+    const auto slot = std::ranges::find_if(slots, [=](const UserPaperRecord &candidate) {
+        return Supports(candidate.paper, dwMask) && candidate.paper.wId == nPaperId;
     });
-    return it == entries.end() ? -1 : static_cast<int>(it - entries.begin());
+    return slot == slots.end() ? -1 : static_cast<int>(slot - slots.begin());
 }
 
-// Keeps the paper when the source takes it, else moves to the first paper that it does take.
 void ModifySource(DriverDevMode *lpDM, DWORD dwKind, const DatFile *lpBlock)
 {
-    const auto itself = [](const PaperRecord &paper) -> const PaperRecord & { return paper; };
-    const auto inSlot = [](const UserPaperRecord &slot) -> const PaperRecord & {
-        return slot.paper;
-    };
     const DWORD dwMask = SourceMask(dwKind);
     const int nPaperId = lpDM->dm.dmPaperSize;
-    const auto papers = Papers(*lpBlock);
+    const PaperRecord *lpPapers = lpBlock->lpPapers.data();
 
     ModifyCheckBin(lpDM, lpBlock);
-    const int nPaper = FirstFed(papers, dwMask, nPaperId, itself);
-    if (nPaper >= 0) {
-        lpDM->nPaper = nPaper;
-        return;
-    }
-    const int nSlot = FirstFed(UserPapersInUse(*lpBlock), dwMask, nPaperId, inSlot);
-    if (nSlot >= 0) {
+    if (const PaperRecord *lpOwn = FindFedPaper(*lpBlock, dwMask, nPaperId)) {
+        lpDM->nPaper = static_cast<int32_t>(lpOwn - lpPapers);
+    } else if (const int nSlot = FirstFedSlot(*lpBlock, dwMask, nPaperId); nSlot >= 0) {
         lpDM->nPaper = static_cast<int32_t>(lpBlock->nPapers) + nSlot;
         Get_NewPaperMMSize(lpDM, nPaperId, lpBlock);
-        return;
-    }
-    const int nFirst = FirstFed(papers, dwMask, std::nullopt, itself);
-    if (nFirst >= 0) {
-        lpDM->nPaper = nFirst;
-        lpDM->dm.dmPaperSize = papers[static_cast<size_t>(nFirst)].wId;
-        Get_NewPaperMMSize(lpDM, lpDM->dm.dmPaperSize, lpBlock);
+    } else if (const PaperRecord *lpFirst = FindFedPaper(*lpBlock, dwMask)) {
+        lpDM->nPaper = static_cast<int32_t>(lpFirst - lpPapers);
+        lpDM->dm.dmPaperSize = lpFirst->wId;
+        Get_NewPaperMMSize(lpDM, lpFirst->wId, lpBlock);
     }
 }
 
@@ -247,10 +227,11 @@ BOOL KVMergeDevMode(DriverDevMode *lpDM, const DriverDevMode *lpIn, HGLOBAL, HAN
     if (!lpDM || !lpIn)
         return FALSE;
     const PublicDevMode in = PublicPartOf(lpIn);
+    const KeptTables kept;
     MergePrivatePart(lpDM, lpIn);
     MergePaperAndResolution(lpDM, lpIn);
     MergeSource(lpDM, lpIn);
-    if ((in.dmFields & KV_DM_COPIES) && in.dmCopies >= 1 && in.dmCopies <= 99)
+    if ((in.dmFields & KV_DM_COPIES) && in.dmCopies >= 1 && in.dmCopies <= KV_MOST_COPIES)
         lpDM->dm.dmCopies = in.dmCopies;
     if ((in.dmFields & KV_DM_ORIENTATION) && (in.dmOrientation == 1 || in.dmOrientation == 2))
         lpDM->dm.dmOrientation = in.dmOrientation;

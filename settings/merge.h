@@ -17,10 +17,16 @@ BOOL KVMergeOldDevmode(DriverDevMode *lpOut, const DriverDevMode *lpIn, HANDLE h
 BOOL KVMergeDevMode(DriverDevMode *lpDM, const DriverDevMode *lpIn, HGLOBAL lpPrinterRecord,
                     HANDLE hPrinter);
 
-BOOL MergePaperAndResolution(DriverDevMode *lpDM, const DriverDevMode *lpIn);
+// The steps of a merge. The first two load the model's tables; when they cannot be loaded, paper,
+// resolution and source stay as they were.
+BOOL MergePaperAndResolution(DriverDevMode *lpDM, const DriverDevMode *lpIn); // always TRUE
 void MergeSource(DriverDevMode *lpDM, const DriverDevMode *lpIn);
+// After a change of source, of this kind: keeps the paper when the source feeds it, else takes the
+// first that it feeds; none: the paper stays.
 void ModifySource(DriverDevMode *lpDM, DWORD dwKind, const DatFile *lpBlock);
-void ModifyCheckBin(DriverDevMode *lpDM, const DatFile *lpBlock);
+void ModifyCheckBin(DriverDevMode *lpDM, const DatFile *lpBlock); // nPrintArea by the rule of nBin
+// Size, index and margins of the paper of an identifier; for the user-defined paper with the held
+// size. A paper that is not found, or a held width of 0: nothing changes.
 void Get_NewPaperMMSize(DriverDevMode *lpDM, int nPaperId, const DatFile *lpBlock);
 
 #endif

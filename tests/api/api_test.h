@@ -3,15 +3,11 @@
 #ifndef KV_TESTS_API_API_TEST_H
 #define KV_TESTS_API_API_TEST_H
 
-#include <cstring>
-#include <string>
+#include <sys/mman.h>
+#include <unistd.h>
 
-#include <gmock/gmock.h>
-
-#include "datafile/instance.h"
 #include "kvui/kvdd.h"
-#include "tests/support/machine.h"
-#include "tests/support/model_builder.h"
+#include "tests/datafile/model_test.h"
 
 #pragma pack(push, 1)
 struct Caller {
@@ -20,44 +16,85 @@ struct Caller {
 };
 #pragma pack(pop)
 
-// The bytes of a record, for comparing two of them whole.
-inline std::string BytesOf(const DriverDevMode &record)
+// A page below 4 GiB with nothing mapped before and behind it.
+class LonePage
 {
-    return std::string(reinterpret_cast<const char *>(&record), sizeof(record));
+  public:
+    LonePage()
+        : start(static_cast<uint8_t *>(
+              mmap(nullptr, 3 * cbPage, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_32BIT, -1, 0)))
+    {
+        mprotect(First(), cbPage, PROT_READ | PROT_WRITE);
+    }
+    ~LonePage() { munmap(start, 3 * cbPage); }
+    LonePage(const LonePage &) = delete;
+    LonePage &operator=(const LonePage &) = delete;
+
+    uint8_t *First() const { return start + cbPage; }
+    // The last so many bytes.
+    uint8_t *Last(size_t cb) const { return start + 2 * cbPage - cb; }
+
+  private:
+    const size_t cbPage = static_cast<size_t>(sysconf(_SC_PAGESIZE));
+    uint8_t *const start;
+};
+
+inline uint32_t LowAddress(const uint8_t *at)
+{
+    return static_cast<uint32_t>(reinterpret_cast<uintptr_t>(at));
 }
 
-class ApiTest : public MachineTest
+using Words = std::vector<int>;
+
+// The words of a structure that has nothing else.
+template <class Structure>
+Words WordsOf(const Structure &structure)
 {
-  protected:
+    int16_t words[sizeof(Structure) / 2];
+    std::memcpy(words, &structure, sizeof words);
+    return Words(std::begin(words), std::end(words));
+}
+
+inline Words MarginsOf(const DriverDevMode &record)
+{
+    return {record.wMarginLeft, record.wMarginTop, record.wMarginRight, record.wMarginBottom};
+}
+
+class ApiTest : public ModelTest
+{
+  public:
     void SetUp() override
     {
-        InstallModelTable({{9, {MakeModelRecord("KORVA One", "KV1")}}});
-        ASSERT_GT(LoadDataFile(), 0u);
+        ModelTest::SetUp();
         Install();
     }
-    // Nothing that a call loaded outlives it.
     void TearDown() override
     {
-        EXPECT_TRUE(UIInstance.dat.lpPapers.empty());
-        EXPECT_EQ(UIInstance.dat.lpDatHeader, nullptr);
-        FreeDataFile();
-        const kvp::Held held = kvp::CurrentlyHeld();
-        EXPECT_EQ(held.nBlocks + held.nFiles + held.nLibraries, 0u);
+        EXPECT_TRUE(UIInstance.dat.lpPapers.empty() && !UIInstance.dat.lpDatHeader)
+            << "what a call loaded outlives it";
+        ModelTest::TearDown();
     }
 
     // Puts the model as it is now on the machine, and its defaults into the record.
     void Install()
     {
-        model.Install("KV1");
+        ModelTest::Install();
         caller = {};
         caller.block.sDistance = sizeof(KVDDBLOCK);
-        std::memcpy(caller.record.wszModelName, u"KORVA One", 20);
-        ASSERT_EQ(KVDD_GetOrgDevMode(nullptr, &caller.record), 1);
+        record = NamedRecord(u"KORVA One");
+        ASSERT_EQ(KVDD_GetOrgDevMode(nullptr, &record), 1);
     }
-    void Uninstall() { kvp::PutAbsentFile(std::string(WINDOWS_DIR) + "KV1.dat"); }
 
     int32_t Range(uint32_t item, void *range) { return KVDD_GetRange(&caller, item, range); }
     int32_t Get(uint32_t item, void *data) { return KVDD_GetData(&caller, item, data); }
+    int32_t Set(uint32_t item, intptr_t value) { return KVDD_SetData(&caller, item, value); }
+    int32_t SetPaper(KVDDSETPAPER words) { return SetWords(KVDD_PAPER, words); }
+    int32_t SetMode(KVDDPRINTMODE words) { return SetWords(KVDD_PRINTMODE, words); }
+    template <class Structure>
+    int32_t SetWords(uint32_t item, Structure &words)
+    {
+        return Set(item, reinterpret_cast<intptr_t>(&words));
+    }
     // The value of an item of one word; a failure's result far outside the words.
     int Word(uint32_t item)
     {
@@ -65,14 +102,7 @@ class ApiTest : public MachineTest
         const int32_t result = Get(item, &word);
         return result == KVDD_OK ? word : 1000000 + result;
     }
-    int32_t Set(uint32_t item, intptr_t value) { return KVDD_SetData(&caller, item, value); }
-    template <class Words>
-    int32_t SetWords(uint32_t item, Words &words)
-    {
-        return KVDD_SetData(&caller, item, reinterpret_cast<intptr_t>(&words));
-    }
 
-    Model model;
     Caller caller{};
     DriverDevMode &record = caller.record;
 };

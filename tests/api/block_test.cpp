@@ -1,32 +1,41 @@
-// The caller's block, the items that need no file, and what is refused before a file is touched.
+// The caller's block and memory, every item number, the items that need no file, and what is
+// refused before a file is touched.
+#include <map>
 #include <memory>
-#include <vector>
 
 #include "tests/api/api_test.h"
 
-TEST_F(ApiTest, LevelsAreThoseOfTheItems)
+TEST_F(ApiTest, NineItemsAreKnownAmongAllNumbersAndNotAllOfThemEverywhere)
 {
-    EXPECT_EQ(KVDD_GetCmdLevel(nullptr, KVDD_ORIENTATION), 1);
-    EXPECT_EQ(KVDD_GetCmdLevel(nullptr, KVDD_COPIES), 2);
-    EXPECT_EQ(KVDD_GetCmdLevel(nullptr, KVDD_PRINTAREA), 3);
-    EXPECT_EQ(KVDD_GetCmdLevel(nullptr, KVDD_APIFLAG), 3);
-}
-
-TEST_F(ApiTest, SomeItemsHaveNoRangeOrCannotBeSet)
-{
+    const std::string untouched = BytesOf(record);
+    std::map<uint32_t, int32_t> levels;
     uint16_t words[8] = {};
+    for (uint32_t item = 0; item < 65536 + 128; ++item) { // beyond what 16 bits hold, too
+        if (const int32_t level = KVDD_GetCmdLevel(nullptr, item); level != -1) {
+            levels[item] = level;
+            continue;
+        }
+        ASSERT_EQ(Range(item, words), -1) << item;
+        ASSERT_EQ(Get(item, words), -1) << item;
+        ASSERT_EQ(Set(item, 1), -1) << item;
+    }
+    EXPECT_EQ(
+        levels,
+        (std::map<uint32_t, int32_t>{
+            {10, 2}, {20, 1}, {30, 2}, {40, 2}, {50, 2}, {60, 2}, {70, 2}, {80, 3}, {110, 3}}));
     EXPECT_EQ(Range(KVDD_ORIENTATION, words), -1);
     EXPECT_EQ(Set(KVDD_COLOR, 1), -1);
     EXPECT_EQ(Set(KVDD_MEDIA, 10), -1);
+    EXPECT_EQ(BytesOf(record), untouched);
 }
 
 TEST_F(ApiTest, ANullPointerIsRefusedOnceTheItemIsKnown)
 {
     uint16_t words[8] = {};
     EXPECT_EQ(KVDD_GetRange(nullptr, KVDD_COPIES, words), -2);
-    EXPECT_EQ(KVDD_GetRange(&caller, KVDD_PAPER, nullptr), -2);
+    EXPECT_EQ(Range(KVDD_PAPER, nullptr), -2);
     EXPECT_EQ(KVDD_GetData(nullptr, KVDD_PAPER, words), -2);
-    EXPECT_EQ(KVDD_GetData(&caller, KVDD_PAPER, nullptr), -2);
+    EXPECT_EQ(Get(KVDD_PAPER, nullptr), -2);
     EXPECT_EQ(KVDD_SetData(nullptr, KVDD_COPIES, 2), -2);
     EXPECT_EQ(Set(KVDD_PAPER, 0), -2);
     EXPECT_EQ(Set(KVDD_PRINTMODE, 0), -2);
@@ -34,38 +43,29 @@ TEST_F(ApiTest, ANullPointerIsRefusedOnceTheItemIsKnown)
     EXPECT_EQ(KVDD_GetOrgDevMode(nullptr, nullptr), 0);
 }
 
-static constexpr struct {
-    const char *why;
-    uint32_t item;
-    int32_t result;
-    intptr_t value;
-} aWordRows[] = {
-    {"no copies", KVDD_COPIES, -2, 0},
-    {"one copy", KVDD_COPIES, 0, 1},
-    {"the most copies", KVDD_COPIES, 0, 99},
-    {"too many copies", KVDD_COPIES, -2, 100},
-    {"copies below zero", KVDD_COPIES, -2, -1},
-    {"no orientation", KVDD_ORIENTATION, -2, 0},
-    {"portrait", KVDD_ORIENTATION, 0, 1},
-    {"landscape", KVDD_ORIENTATION, 0, 2},
-    {"a third orientation", KVDD_ORIENTATION, -2, 3},
-    {"flag on", KVDD_APIFLAG, 0, 1},
-    {"flag off", KVDD_APIFLAG, 0, 0},
-    {"another flag", KVDD_APIFLAG, -2, 2},
-    {"a flag below zero", KVDD_APIFLAG, -2, -1},
-};
-
 TEST_F(ApiTest, WordsAreTakenWithinTheirBoundsAndReadBack)
 {
-    for (const auto &row : aWordRows) {
-        SCOPED_TRACE(row.why);
-        const std::string before = BytesOf(record);
-        EXPECT_EQ(Set(row.item, row.value), row.result);
-        if (row.result == KVDD_OK)
-            EXPECT_EQ(Word(row.item), row.value);
-        else
-            EXPECT_EQ(BytesOf(record), before);
+    const struct {
+        uint32_t item;
+        Words taken, refused;
+    } aRows[] = {{KVDD_COPIES, {1, 99}, {0, 100, -1}},
+                 {KVDD_ORIENTATION, {1, 2}, {0, 3}},
+                 {KVDD_APIFLAG, {1, 0}, {2, -1}}};
+    for (const auto &row : aRows) {
+        for (const int value : row.taken) {
+            EXPECT_EQ(Set(row.item, value), 0) << row.item;
+            EXPECT_EQ(Word(row.item), value) << row.item;
+        }
+        const std::string untouched = BytesOf(record);
+        for (const int value : row.refused) {
+            EXPECT_EQ(Set(row.item, value), -2) << row.item << ", " << value;
+            EXPECT_EQ(BytesOf(record), untouched);
+        }
     }
+    record.dwApiFlag = 0x12340001;
+    EXPECT_EQ(Word(KVDD_APIFLAG), 1) << "its low word is read";
+    record.dm.dmCopies = 0;
+    EXPECT_EQ(Word(KVDD_COPIES), 1000000 - 2) << "no copies to read";
 }
 
 TEST_F(ApiTest, OneWordRangesAreTheHighestValues)
@@ -73,44 +73,22 @@ TEST_F(ApiTest, OneWordRangesAreTheHighestValues)
     const std::pair<uint32_t, int> rows[] = {
         {KVDD_COPIES, 99}, {KVDD_COLOR, 2}, {KVDD_PRINTMODE, 2}, {KVDD_APIFLAG, 1}};
     for (const auto &[item, highest] : rows) {
-        SCOPED_TRACE(item);
-        uint16_t words[2] = {0, 0xABAB};
-        EXPECT_EQ(Range(item, words), 0);
-        EXPECT_EQ(words[0], highest);
-        EXPECT_EQ(words[1], 0xABAB);
+        uint16_t word = 0;
+        EXPECT_EQ(Range(item, &word), 0) << item;
+        EXPECT_EQ(word, highest) << item;
     }
 }
 
-TEST_F(ApiTest, ARecordWithoutCopiesHasNoCopiesToRead)
-{
-    record.dm.dmCopies = 0;
-    EXPECT_EQ(Word(KVDD_COPIES), 1000000 - 2);
-}
-
-TEST_F(ApiTest, TheFlagIsReadByItsLowWord)
-{
-    record.dwApiFlag = 0x12340001;
-    EXPECT_EQ(Word(KVDD_APIFLAG), 1);
-}
-
-static constexpr struct {
-    const char *why;
-    int16_t distance;
-} aDistances[] = {
-    {"right behind the block", 160}, {"odd", 161},        {"before the block", -562},
-    {"odd and before", -1001},       {"furthest", 32767}, {"furthest before", -32768},
-};
-
 TEST_F(ApiTest, TheRecordLiesWhereTheBlockSays)
 {
-    for (const auto &row : aDistances) {
-        SCOPED_TRACE(row.why);
+    for (const int16_t distance : {160, 161, -562, -1001, 32767, -32768}) {
+        SCOPED_TRACE(distance);
         std::vector<uint8_t> area(70000, 0xAB);
         uint8_t *block = area.data() + 33001;
-        std::memcpy(block + 122, &row.distance, sizeof(row.distance));
-        std::memcpy(block + row.distance, &record, sizeof(record));
+        std::memcpy(block + 122, &distance, sizeof distance);
+        std::memcpy(block + distance, &record, sizeof record);
         std::vector<uint8_t> expected = area;
-        expected[static_cast<size_t>(33001 + row.distance + 86)] = 42; // dmCopies
+        expected[static_cast<size_t>(33001 + distance + 86)] = 42; // dmCopies
         EXPECT_EQ(KVDD_SetData(block, KVDD_COPIES, 42), 0);
         EXPECT_EQ(area, expected);
         KVDDPAPER paper{};
@@ -121,36 +99,55 @@ TEST_F(ApiTest, TheRecordLiesWhereTheBlockSays)
 
 TEST_F(ApiTest, DriverInformationIsANumberAndTheName)
 {
-    std::strcpy(caller.block.szDriver, "KORVA One");
-    KVDDDRIVINFO info;
-    std::memset(&info, 0xAB, sizeof(info));
-    EXPECT_EQ(KVDD_GetDrivInfo(&caller, &info), 34);
-    EXPECT_EQ(+info.wValue, 48);
-    EXPECT_STREQ(info.szDriver, "KORVA One");
-    EXPECT_EQ(KVDD_GetDrivInfo(&caller, nullptr), 34);
-    EXPECT_EQ(KVDD_GetDrivInfo(nullptr, &info), 0);
-    EXPECT_EQ(KVDD_GetDrivInfo(nullptr, nullptr), 0);
-}
-
-TEST_F(ApiTest, DriverNameIsReadToItsTerminatorAndNoFurtherThanItsField)
-{
     const auto shortBlock = std::make_unique<uint8_t[]>(131); // ends with the terminator
     std::memcpy(shortBlock.get() + 128, "K1", 3);
     KVDDDRIVINFO info;
+    std::memset(&info, 0xAB, sizeof info);
     EXPECT_EQ(KVDD_GetDrivInfo(shortBlock.get(), &info), 34);
+    EXPECT_EQ(+info.wValue, 48);
     EXPECT_STREQ(info.szDriver, "K1");
-    std::memset(caller.block.szDriver, 'x', sizeof(caller.block.szDriver));
+    std::memset(caller.block.szDriver, 'x', sizeof caller.block.szDriver);
     EXPECT_EQ(KVDD_GetDrivInfo(&caller, &info), 34);
     EXPECT_EQ(info.szDriver, std::string(31, 'x'));
+    EXPECT_EQ(KVDD_GetDrivInfo(&caller, nullptr), 34);
+    EXPECT_EQ(KVDD_GetDrivInfo(nullptr, &info), 0);
 }
 
-TEST_F(ApiTest, DefaultsOfAModelWithoutFilesAreRefused)
+// The block's page is entered at the distance, 122 bytes in, and left with the record's last byte:
+// reading or writing anything beside them would end the test program.
+TEST_F(ApiTest, NothingBesideTheCallersMemoryIsTouched)
 {
-    Uninstall();
-    DriverDevMode fresh{};
-    std::memcpy(fresh.wszModelName, u"KORVA One", 20);
-    const std::string before = BytesOf(fresh);
-    EXPECT_EQ(KVDD_GetOrgDevMode(nullptr, &fresh), 0);
-    EXPECT_EQ(BytesOf(fresh), before);
-    EXPECT_THAT(BoxesShown(), ::testing::ElementsAre("Dlg DLL Message: File not found : KV1.dat"));
+    static const struct {
+        uint32_t item;
+        size_t cbRange, cbData;          // what each function may touch of what is handed to it
+        std::vector<int16_t> words = {}; // what a value points to; empty: the number itself
+    } aItems[] = {
+        {KVDD_COPIES, 2, 2},
+        {KVDD_ORIENTATION, 2, 2},
+        {KVDD_PAPER, 14, 14, {1500, 2500, 256, 0}},
+        {KVDD_SOURCE, 8, 2},
+        {KVDD_COLOR, 2, 2},
+        {KVDD_MEDIA, 8, 2},
+        {KVDD_PRINTMODE, 2, 8, {1, 1, 10, 2}},
+        {KVDD_PRINTAREA, 2, 2},
+        {KVDD_APIFLAG, 2, 2},
+    };
+    const LonePage blockPage, answerPage;
+    for (const bool recordFirst : {false, true}) {
+        uint8_t *block = recordFirst ? blockPage.Last(124) : blockPage.First() - 122;
+        uint8_t *at = recordFirst ? blockPage.First() : blockPage.Last(sizeof record);
+        const auto distance = static_cast<int16_t>(at - block);
+        std::memcpy(block + 122, &distance, sizeof distance);
+        for (const auto &[item, cbRange, cbData, words] : aItems) {
+            SCOPED_TRACE(item);
+            std::memcpy(at, &record, sizeof record);
+            uint8_t *answer = answerPage.Last(cbRange);
+            std::memset(answer, 0, cbRange);
+            KVDD_GetRange(block, item, answer);
+            EXPECT_EQ(KVDD_GetData(block, item, answerPage.Last(cbData)), KVDD_OK);
+            uint8_t *value = answerPage.Last(words.size() * 2);
+            std::copy_n(reinterpret_cast<const uint8_t *>(words.data()), words.size() * 2, value);
+            KVDD_SetData(block, item, words.empty() ? 1 : reinterpret_cast<intptr_t>(value));
+        }
+    }
 }

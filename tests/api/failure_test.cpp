@@ -1,92 +1,253 @@
-// Whatever step of a call fails, the result is a documented one and the record is whole.
-#include <array>
+// Whatever call of the platform fails, in its turn: the result is a documented one, the record is
+// as it was or complete, files and store are as they were, and nothing is left behind.
 #include <functional>
+#include <optional>
 
+#include "datafile/records.h"
+#include "settings/defaults.h"
+#include "settings/merge.h"
 #include "tests/api/api_test.h"
+#include "tests/support/driver.h"
 
 namespace
 {
 
-struct Change {
+// What a call gave.
+struct Outcome {
+    int32_t result;
+    std::string record, answer;
+    bool operator==(const Outcome &) const = default;
+};
+void PrintTo(const Outcome &outcome, std::ostream *stream)
+{
+    *stream << "result " << outcome.result;
+}
+
+struct Action;
+
+class FailureTest : public ApiTest
+{
+  public: // the rows use it all
+    void SetUp() override
+    {
+        model.AddUserPaper("Card", 1000, 1500, 1, 3);
+        ApiTest::SetUp();
+        fresh = foreign = record;
+        foreign.dm.dmPaperSize = 1;
+        foreign.dm.dmDefaultSource = 4;
+        foreign.dm.dmCopies = 5;
+        printerRecord = KVGetResource(100, 514, &record);
+        before = kvp::CurrentlyHeld();
+        Lack(0);
+    }
+    void TearDown() override
+    {
+        GlobalFree(printerRecord);
+        --before.nBlocks;
+        ApiTest::TearDown();
+    }
+    static void Store(const DriverDevMode &stored)
+    {
+        kvp::SetQueueDefault("Office",
+                             std::span(reinterpret_cast<const uint8_t *>(&stored), sizeof stored));
+    }
+    std::vector<std::optional<Bytes>> FilesAndStore() const
+    {
+        return {kvp::MemoryFile(DatPath()), kvp::MemoryFile(CfgPath()), kvp::MemoryFile(UcfPath()),
+                kvp::QueueDefault("Office")};
+    }
+    // A machine that lacks something, one bit each, or a foreign record that means less.
+    void Lack(unsigned what)
+    {
+        ModelTest::Install();
+        if (what & 1)
+            kvp::PutAbsentFile(UcfPath());
+        if (what & 2)
+            kvp::PutAbsentFile(DatPath());
+        hPrinter = what & 4 ? nullptr : queue.hPrinter;
+        foreign.dm.dmFields =
+            KV_DM_COPIES | (what & 8 ? 0 : KV_DM_PAPERSIZE) | (what & 16 ? 0 : KV_DM_DEFAULTSOURCE);
+        if (what >= 8 || what == 0)
+            Store(foreign);
+    }
+    Outcome Run(int32_t (*run)(FailureTest &))
+    {
+        record = fresh;
+        std::memset(words, 0x77, sizeof words);
+        std::memset(list.First(), 0x77, 16);
+        const int32_t result = run(*this);
+        return {result, BytesOf(record),
+                BytesOf(words) + std::string(list.First(), list.First() + 16)};
+    }
+    int32_t List(uint32_t item, size_t nAddressAt)
+    {
+        const uint32_t address = LowAddress(list.First());
+        std::memcpy(&words[nAddressAt], &address, sizeof address);
+        return Range(item, words);
+    }
+    int32_t Count(uint32_t item, size_t nAddressAt)
+    {
+        words[nAddressAt] = words[nAddressAt + 1] = 0;
+        return Range(item, words);
+    }
+
+    std::vector<Outcome> Allowed(const Action &action, unsigned nLacks);
+    void Check(const Action &action, unsigned nLacks);
+
+    DriverDevMode fresh{}, foreign{};
+    HGLOBAL printerRecord = nullptr;
+    OpenQueue queue{"Office", "KORVA One"};
+    HANDLE hPrinter = queue.hPrinter;
+    LonePage list;
+    int16_t words[8];
+};
+using T = FailureTest;
+
+constexpr const char *FILES = "open read close ";
+
+struct Action {
     const char *why;
-    uint32_t item;
-    std::array<int16_t, 4> words; // the first is the value of items of one word
-    bool pointer;
+    int32_t done, withoutFiles; // results
+    const char *asks;           // which calls it makes
+    int32_t (*run)(T &);
 };
 
-constexpr Change aChanges[] = {
-    {"paper", KVDD_PAPER, {0, 0, 1, 0}, true},
-    {"free size", KVDD_PAPER, {1000, 1500, 256, 0}, true},
-    {"source", KVDD_SOURCE, {4}, false},
-    {"automatic", KVDD_PRINTMODE, {1, 2, 20, 1}, true},
-    {"advanced", KVDD_PRINTMODE, {0, 0, 0, 0}, true},
-    {"area", KVDD_PRINTAREA, {1}, false},
+// clang-format off
+const Action aCalls[] = {
+    {"levels", 2, 2, "", [](T &) { return KVDD_GetCmdLevel(nullptr, KVDD_COPIES); }},
+    {"driver", 34, 34, "", [](T &t) { return KVDD_GetDrivInfo(&t.caller, t.list.Last(34)); }},
+    {"defaults", 1, 0, FILES, [](T &t) {
+         t.record = NamedRecord(u"KORVA One");
+         return KVDD_GetOrgDevMode(nullptr, &t.record);
+     }},
+    {"range of copies", 0, 0, "", [](T &t) { return t.Range(KVDD_COPIES, t.words); }},
+    {"range of colours", 0, 0, "", [](T &t) { return t.Range(KVDD_COLOR, t.words); }},
+    {"range of modes", 0, 0, "", [](T &t) { return t.Range(KVDD_PRINTMODE, t.words); }},
+    {"range of flags", 0, 0, "", [](T &t) { return t.Range(KVDD_APIFLAG, t.words); }},
+    {"range of areas", 0, -7, FILES, [](T &t) { return t.Range(KVDD_PRINTAREA, t.words); }},
+    {"papers, counted", 0, -7, FILES, [](T &t) { return t.Count(KVDD_PAPER, 5); }},
+    {"papers, listed", 0, -7, FILES, [](T &t) { return t.List(KVDD_PAPER, 5); }},
+    {"sources, counted", 0, -7, FILES, [](T &t) { return t.Count(KVDD_SOURCE, 2); }},
+    {"sources, listed", 0, -7, FILES, [](T &t) { return t.List(KVDD_SOURCE, 2); }},
+    {"media, counted", 0, -7, FILES, [](T &t) { return t.Count(KVDD_MEDIA, 2); }},
+    {"media, listed", 0, -7, FILES, [](T &t) { return t.List(KVDD_MEDIA, 2); }},
+    {"copies", 0, 0, "", [](T &t) { return t.Get(KVDD_COPIES, t.words); }},
+    {"orientation", 0, 0, "", [](T &t) { return t.Get(KVDD_ORIENTATION, t.words); }},
+    {"paper", 0, 0, FILES, [](T &t) { return t.Get(KVDD_PAPER, t.words); }},
+    {"source", 0, 0, "", [](T &t) { return t.Get(KVDD_SOURCE, t.words); }},
+    {"colour", 0, 0, "", [](T &t) { return t.Get(KVDD_COLOR, t.words); }},
+    {"media", 0, -7, FILES, [](T &t) { return t.Get(KVDD_MEDIA, t.words); }},
+    {"mode", 0, -7, FILES, [](T &t) { return t.Get(KVDD_PRINTMODE, t.words); }},
+    {"area", 0, -7, FILES, [](T &t) { return t.Get(KVDD_PRINTAREA, t.words); }},
+    {"flag", 0, 0, "", [](T &t) { return t.Get(KVDD_APIFLAG, t.words); }},
+    {"copies set", 0, 0, "", [](T &t) { return t.Set(KVDD_COPIES, 3); }},
+    {"orientation set", 0, 0, "", [](T &t) { return t.Set(KVDD_ORIENTATION, 2); }},
+    {"paper set", 0, -7, FILES, [](T &t) { return t.SetPaper({0, 0, 1, 0}); }},
+    {"free size set", 0, -7, FILES, [](T &t) { return t.SetPaper({999, 1500, 256, 0}); }},
+    {"source set", 0, -7, FILES, [](T &t) { return t.Set(KVDD_SOURCE, 4); }},
+    {"colour not set", -1, -1, "", [](T &t) { return t.Set(KVDD_COLOR, 1); }},
+    {"media not set", -1, -1, "", [](T &t) { return t.Set(KVDD_MEDIA, 20); }},
+    {"automatic set", 0, -7, FILES, [](T &t) { return t.SetMode({1, 2, 20, 1}); }},
+    {"advanced set", 0, -7, FILES, [](T &t) { return t.SetMode({0, 0, 0, 0}); }},
+    {"area set", 0, -7, FILES, [](T &t) { return t.Set(KVDD_PRINTAREA, 1); }},
+    {"flag set", 0, 0, "", [](T &t) { return t.Set(KVDD_APIFLAG, 1); }},
 };
+const Action aMerges[] = {
+    {"defaults", 1, 1, "open read close alloc store ",
+     [](T &t) { return KVGetDefDevmode(&t.record, t.printerRecord, t.hPrinter); }},
+    {"merge", 1, 1, FILES,
+     [](T &t) { return KVMergeDevMode(&t.record, &t.foreign, t.printerRecord, t.hPrinter); }},
+    {"stored, merged", 1, 1, "open read close alloc store ",
+     [](T &t) { return KVGetRegDevmode(t.hPrinter, &t.record, t.printerRecord); }},
+    {"stored, whole", 1, 1, "alloc store ",
+     [](T &t) { return KVGetRegDevmode(t.hPrinter, &t.record, nullptr); }},
+};
+// clang-format on
+
+// Every kind of call, by the name that a row gives it.
+constexpr std::pair<kvp::Call, const char *> aKinds[] = {
+    {kvp::Call::OpenFile, "open "},       {kvp::Call::Read, "read "},
+    {kvp::Call::Write, "write "},         {kvp::Call::Close, "close "},
+    {kvp::Call::Alloc, "alloc "},         {kvp::Call::Store, "store "},
+    {kvp::Call::LoadLibrary, "library "},
+};
+static_assert(std::size(aKinds) == static_cast<size_t>(kvp::Call::Count));
 
 } // namespace
 
-// Fails the n-th call of a kind, for n = 0, 1, 2, ... until the action asks for fewer.
-static void FailEach(kvp::Call call, const std::function<void()> &act)
+// What may come out when one call fails: what comes out where something is lacking from the start.
+// MW data and the printer's name, which are read for themselves, may stay as they were.
+std::vector<Outcome> FailureTest::Allowed(const Action &action, unsigned nLacks)
 {
-    for (int n = 0; n < 100; ++n) {
-        SCOPED_TRACE(n);
-        kvp::FailCall(call, n);
-        act();
-        const bool spared = kvp::CallsSeen(call) <= n;
-        kvp::FailCall(call, -1);
-        if (spared)
-            return;
+    std::vector<Outcome> allowed;
+    for (unsigned what = nLacks; what-- > 0;) {
+        Lack(what);
+        allowed.push_back(Run(action.run));
+        const Outcome &outcome = allowed.back();
+        EXPECT_TRUE(outcome.result >= 0 || outcome.record == BytesOf(fresh)) << "half changed";
+        EXPECT_TRUE(what != 0 || outcome.result == action.done) << outcome.result;
+        EXPECT_TRUE(what != 2 || outcome.result == action.withoutFiles) << outcome.result;
     }
-    ADD_FAILURE() << "never done";
-}
-
-TEST_F(ApiTest, AFailingFileLeavesTheRecordAsItWasOrTheChangeComplete)
-{
-    model.AddUserPaper("Card", 1000, 1500, 1, 3);
-    for (const Change &change : aChanges) {
-        for (const kvp::Call call : {kvp::Call::OpenFile, kvp::Call::Read, kvp::Call::Alloc}) {
-            SCOPED_TRACE(testing::Message() << change.why << ", call " << static_cast<int>(call));
-            int successes = 0;
-            Install();
-            const DriverDevMode fresh = record;
-            const std::string before = BytesOf(record);
-            FailEach(call, [&] {
-                record = fresh;
-                std::array<int16_t, 4> words = change.words;
-                const int32_t result =
-                    Set(change.item,
-                        change.pointer ? reinterpret_cast<intptr_t>(words.data()) : words[0]);
-                successes += result == KVDD_OK;
-                EXPECT_THAT(result, ::testing::AnyOf(0, -7));
-                EXPECT_EQ(BytesOf(record) == before, result != KVDD_OK);
-            });
-            EXPECT_GT(successes, 0);
+    for (const auto &[offset, cb] : {std::pair<size_t, size_t>{494, 32}, {0, 64}})
+        for (size_t i = 0, n = allowed.size(); i < n; ++i) {
+            allowed.push_back(allowed[i]);
+            allowed.back().record.replace(offset, cb, BytesOf(fresh), offset, cb);
         }
+    BoxesShown();
+    return allowed;
+}
+
+void FailureTest::Check(const Action &action, unsigned nLacks)
+{
+    SCOPED_TRACE(action.why);
+    const std::vector<Outcome> allowed = Allowed(action, nLacks);
+    const auto kept = FilesAndStore();
+    std::string asked;
+    for (const auto &[call, kind] : aKinds) {
+        SCOPED_TRACE(kind);
+        const int nFailures = WithEachFailure(call, [&](int) {
+            const Outcome outcome = Run(action.run);
+            EXPECT_THAT(allowed, ::testing::Contains(outcome));
+            EXPECT_TRUE(!BoxesShown().empty() || outcome.result != KVDD_NO_DATA) << "not told";
+        });
+        EXPECT_EQ(FilesAndStore(), kept);
+        asked += nFailures > 0 ? kind : "";
     }
+    EXPECT_EQ(asked, action.asks);
 }
 
-TEST_F(ApiTest, AFailingFileLeavesThePaperOfARangeAsItWas)
+TEST_F(FailureTest, EveryFunctionAndItemOfTheInterface)
 {
-    void *ids = kvp::AllocLow(64);
-    ASSERT_NE(ids, nullptr);
-    const std::string before = BytesOf(record);
-    FailEach(kvp::Call::OpenFile, [&] {
-        KVDDPAPERRANGE range{};
-        range.dwIds = static_cast<uint32_t>(reinterpret_cast<uintptr_t>(ids));
-        EXPECT_THAT(Range(KVDD_PAPER, &range), ::testing::AnyOf(0, -7));
-        EXPECT_EQ(BytesOf(record), before);
-    });
-    kvp::FreeLow(ids, 64);
+    for (const Action &action : aCalls)
+        Check(action, 4);
 }
 
-TEST_F(ApiTest, AFileCutShortIsNoData)
+TEST_F(FailureTest, DefaultsAndMerges)
 {
-    Bytes dat = model.Dat();
-    dat.resize(100);
-    kvp::PutMemoryFile(std::string(WINDOWS_DIR) + "KV1.dat", dat);
-    const std::string before = BytesOf(record);
-    EXPECT_EQ(Set(KVDD_SOURCE, 4), -7);
-    EXPECT_EQ(BytesOf(record), before);
-    EXPECT_THAT(BoxesShown(), ::testing::Each("Dlg DLL Message: Version Error of dat file. "
-                                              "Please Install again."));
+    for (const Action &action : aMerges)
+        Check(action, 32);
+}
+
+TEST_F(FailureTest, WhatLoadingHasToTellIsToldByEveryStep)
+{
+    model.wUcfVersion = 1;
+    ModelTest::Install();
+    const std::pair<size_t, std::function<void()>> aSteps[] = {
+        {2, [this] { Get(KVDD_PAPER, words); }},
+        {3, [this] { List(KVDD_PAPER, 5); }},
+        {3,
+         [this] {
+             SetPaper({1000, 1500, 256, 0});
+         }},
+        {2, [this] { Set(KVDD_SOURCE, 4); }},
+        {1,
+         [this] {
+             SetMode({1, 2, 20, 1});
+         }},
+        {2, [this] { KVMergeDevMode(&record, &foreign, nullptr, nullptr); }},
+    };
+    for (const auto &[nSteps, act] : aSteps) {
+        act();
+        EXPECT_EQ(BoxesShown(), Messages(nSteps, UCF_VERSION_ERROR));
+    }
 }

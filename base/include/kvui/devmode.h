@@ -27,6 +27,7 @@ typedef uint16_t KVWCHAR; /* one UTF-16 unit */
 #define KV_FIRST_USERSLOT_ID 768 /* dmPaperSize: saved user sizes have ids from here on */
 #define KV_CUSTOM_SETTINGS 1000  /* Settings.wIndex: settings chosen by hand */
 #define KV_MAXPAIRS 20
+#define KV_MOST_COPIES 99
 
 #pragma pack(push, 1)
 
@@ -44,7 +45,7 @@ typedef struct {
     int16_t dmPaperLength;    /* 0.1 mm */
     int16_t dmPaperWidth;     /* 0.1 mm */
     int16_t dmScale;
-    int16_t dmCopies;        /* 1 to 99 */
+    int16_t dmCopies;        /* 1 to KV_MOST_COPIES */
     int16_t dmDefaultSource; /* paper source id */
     int16_t dmPrintQuality;  /* dpi, horizontal */
     int16_t dmColor;         /* 1 monochrome, 2 colour */
@@ -98,7 +99,7 @@ typedef struct {
     uint32_t dwUnit;      /* of user-defined sizes: 1 0.1 mm, 2 0.01 inch */
     int32_t lPaperWidth;  /* 0.1 mm */
     int32_t lPaperLength; /* 0.1 mm */
-    uint32_t dwPairCount; /* entries of aPairs in use, 0 to 20 */
+    uint32_t dwPairCount; /* entries of aPairs in use, 0 to KV_MAXPAIRS */
     DevModePair aPairs[KV_MAXPAIRS];
     KVWCHAR wszModelName[32]; /* the driver's name; finds the model's files */
     SettingsRecord Settings;  /* the current print-mode settings */
@@ -108,8 +109,8 @@ typedef struct {
     uint16_t wTmpl1;
     uint16_t wTmpl2;
     uint16_t wTmpl3;
-    int32_t nPrintArea; /* 1 maximum, 2 centred */
-    int32_t lMediaCode;
+    int32_t nPrintArea;       /* 1 maximum, 2 centred */
+    int32_t lMediaCode;       /* of the media that the resolution in force is for */
     uint16_t wMarginLeft;     /* 1/360 inch */
     uint16_t wMarginTop;      /* 1/360 inch */
     uint16_t wMarginRight;    /* 1/360 inch */

@@ -113,7 +113,7 @@ void WriteLibrary(const fs::path &path)
     WriteResources(path.stem().string(), ReadFile(path));
 }
 
-// Things to do on the sheet: any numbers are.
+// Things to do on the sheet, and calls: any numbers are.
 void WriteActions()
 {
     for (uint8_t i = 0; i < 24; ++i) {
@@ -121,6 +121,7 @@ void WriteActions()
         for (unsigned j = 1; j <= 60; ++j)
             actions.push_back(static_cast<uint8_t>((i * 37u + 11u) * j * j + j * 5u));
         Write("sheet", std::to_string(i), actions);
+        Write("calls", std::to_string(i), actions);
     }
 }
 

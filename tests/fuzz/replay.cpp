@@ -1,8 +1,8 @@
 // Runs a fuzz target without a fuzzer, on files: what it starts from, what it once found.
 //
-//   kv_replay_TARGET [--vary MOST-BYTES] FILE-OR-FOLDER...
+//   kv_replay_TARGET [FILE-OR-FOLDER...] [--vary MOST-BYTES FILE-OR-FOLDER...]
 //
-// With --vary, each file of at most so many bytes is run in all its variations too.
+// Behind --vary, each file of at most so many bytes is run in all its variations too.
 #include <filesystem>
 #include <fstream>
 #include <iostream>

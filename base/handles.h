@@ -1,4 +1,5 @@
-// Blocks and libraries that release themselves, and the two-step read of the spooler's answers.
+// Blocks and libraries that release themselves, what else must be done at a block's end, and the
+// two-step read of the spooler's answers.
 #ifndef KV_BASE_HANDLES_H
 #define KV_BASE_HANDLES_H
 
@@ -20,6 +21,20 @@ using GlobalPtr = std::unique_ptr<T, ReleaseWith<GlobalFree>>;
 template <class T>
 using LocalPtr = std::unique_ptr<T, ReleaseWith<LocalFree>>;
 using LibraryPtr = std::unique_ptr<HINSTANCE__, ReleaseWith<FreeLibrary>>;
+
+// Acts at the end of its block, also when memory runs out in it: const AtEnd release([&] { ... });
+template <class Action>
+class AtEnd
+{
+  public:
+    explicit AtEnd(Action action) : act(action) {}
+    ~AtEnd() { act(); }
+    AtEnd(const AtEnd &) = delete;
+    AtEnd &operator=(const AtEnd &) = delete;
+
+  private:
+    Action act;
+};
 
 template <class T>
 GlobalPtr<T> NewGlobal(size_t cb)

@@ -20,9 +20,8 @@ static Result WithTables(const DriverDevMode *lpDM, Result failed, Answer answer
 {
     if (!Get_DATFile(lpDM))
         return failed;
-    const Result result = answer(pInstance->dat);
-    Free_DATFile(lpDM);
-    return result;
+    const AtEnd release([lpDM] { Free_DATFile(lpDM); });
+    return answer(pInstance->dat);
 }
 
 // An entry of a caller's array, which may lie at any address.
@@ -231,10 +230,11 @@ static DWORD WithNames(const DriverDevMode *lpDM, HANDLE hPrinter, Answer answer
 {
     if (Get_ResHandle(lpDM, hPrinter) != 1)
         return 0;
-    const DWORD n = WithTables(lpDM, DWORD{0}, answer);
-    FreeLibrary(pInstance->hResLib);
-    pInstance->hResLib = nullptr;
-    return n;
+    const AtEnd release([] {
+        FreeLibrary(pInstance->hResLib);
+        pInstance->hResLib = nullptr;
+    });
+    return WithTables(lpDM, DWORD{0}, answer);
 }
 
 // "" for a text that the library lacks.

@@ -9,15 +9,21 @@
 static bool OpenReader(LPCSTR lpName, FileReader *lpFile)
 {
     OFSTRUCT of{};
-    *lpFile = {OpenFile(lpName, &of, OF_READ), 0, false};
+    lpFile->hFile = OpenFile(lpName, &of, OF_READ);
     return lpFile->hFile != HFILE_ERROR;
 }
 
 static bool CloseReader(FileReader *lpFile)
 {
-    _lclose(lpFile->hFile);
+    if (lpFile->hFile != HFILE_ERROR)
+        _lclose(lpFile->hFile);
     lpFile->hFile = HFILE_ERROR;
     return !lpFile->bShort;
+}
+
+FileReader::~FileReader()
+{
+    CloseReader(this);
 }
 
 // From the start of the file; a table that follows the last one read needs no call at all.
@@ -164,9 +170,7 @@ FileState ReadCfg(LPCSTR lpName, Versions versions, CfgHeader *lpHeader,
     FileReader file;
     if (!OpenReader(lpName, &file))
         return FileState::NotFound;
-    const FileState state = ReadOpenCfg(&file, versions, lpHeader, lpSettings);
-    CloseReader(&file);
-    return state;
+    return ReadOpenCfg(&file, versions, lpHeader, lpSettings);
 }
 
 // The user's file has no counts of its own: whether it is whole, the .cfg's capacities tell.
@@ -202,9 +206,7 @@ UserFileState ReadUcf(LPCSTR lpName, const CfgHeader &cfg, std::span<SettingsRec
     if (!OpenReader(lpName, &file))
         return UserFileState::NotOpened;
     const bool bRead = ReadOpenUcf(&file, cfg, settings, papers);
-    const bool bEmpty = !bRead && IsEmpty(file.hFile);
-    CloseReader(&file);
-    if (bEmpty)
+    if (!bRead && IsEmpty(file.hFile))
         return UserFileState::Missing;
     return bRead ? UserFileState::Read : UserFileState::OtherVersion;
 }

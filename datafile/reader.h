@@ -18,10 +18,16 @@
 enum class FileState { Read, NotFound, OtherVersion, Short };
 enum class Versions { Checked, Any }; // whether another version is refused
 
+// Closes its file when it goes, unless that was done before.
 struct FileReader {
-    HFILE hFile;
-    int64_t nPos;
-    bool bShort;
+    FileReader() = default;
+    ~FileReader();
+    FileReader(const FileReader &) = delete;
+    FileReader &operator=(const FileReader &) = delete;
+
+    HFILE hFile = HFILE_ERROR;
+    int64_t nPos = 0;
+    bool bShort = false;
 };
 
 // The parts of a .dat behind its header, in file order.
@@ -44,7 +50,7 @@ struct DatReader {
     DatHeader header;
 };
 
-// Opened only when the result is Read; then it must be closed.
+// Opened only when the result is Read.
 FileState OpenDat(LPCSTR lpName, Versions versions, DatReader *lpReader);
 // Read or Short: whether everything since OpenDat could be read.
 FileState CloseDat(DatReader *lpReader);

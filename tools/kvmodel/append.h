@@ -1,6 +1,6 @@
 // Records put behind bytes, as the model files hold them.
-#ifndef KV_TOOLS_MODEL_APPEND_H
-#define KV_TOOLS_MODEL_APPEND_H
+#ifndef KVMODEL_APPEND_H
+#define KVMODEL_APPEND_H
 
 #include <algorithm>
 #include <cstdint>

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <span>
 
 #include <CLI/CLI.hpp>
 
@@ -43,21 +44,41 @@ std::span<const uint8_t> AsBytes(const std::string &text)
     return {reinterpret_cast<const uint8_t *>(text.data()), text.size()};
 }
 
-// Written beside the old file first, so that a full disk leaves no half of a file.
-bool WriteWhole(const fs::path &file, const kvm::Bytes &bytes)
+struct Output {
+    std::string file;
+    kvm::Bytes bytes;
+
+    std::string Fresh() const { return file + ".new"; }
+};
+
+bool WriteFresh(const Output &output)
 {
-    const fs::path fresh = file.string() + ".new";
-    std::ofstream stream(fresh, std::ios::binary | std::ios::trunc);
-    stream.write(reinterpret_cast<const char *>(bytes.data()),
-                 static_cast<std::streamsize>(bytes.size()));
+    std::ofstream stream(output.Fresh(), std::ios::binary | std::ios::trunc);
+    stream.write(reinterpret_cast<const char *>(output.bytes.data()),
+                 static_cast<std::streamsize>(output.bytes.size()));
     stream.close();
+    return !stream.fail();
+}
+
+// All are written beside the old files first, so that a full disk leaves those as they were.
+int WriteAll(std::span<const Output> outputs)
+{
     std::error_code error;
-    if (!stream.fail())
-        fs::rename(fresh, file, error);
-    if (!stream.fail() && !error)
-        return true;
-    fs::remove(fresh, error);
-    return false;
+    const Output *failed = nullptr;
+    for (const Output &output : outputs)
+        if (!failed && !WriteFresh(output))
+            failed = &output;
+    for (const Output &output : outputs) {
+        if (!failed)
+            fs::rename(output.Fresh(), output.file, error);
+        if (!failed && error)
+            failed = &output;
+    }
+    if (!failed)
+        return EXIT_GOOD;
+    for (const Output &output : outputs)
+        fs::remove(output.Fresh(), error);
+    return Fail(failed->file, "cannot be written");
 }
 
 // The base name of the two files is that of the source.
@@ -72,15 +93,13 @@ int CompileModel(const std::string &file, const std::string &folder, const std::
     if (!kvm::ParseModel(source, model, lines, problems) ||
         !kvm::CheckModel(model, lines, problems))
         return Fail(file, problems);
-    const fs::path stem = fs::path(folder) / (base.empty() ? fs::path(file).stem().string() : base);
-    const std::string dat = stem.string() + ".dat", cfg = stem.string() + ".cfg";
-    std::error_code error;
-    fs::create_directories(folder, error);
-    if (!WriteWhole(dat, kvm::DatBytes(model)))
-        return Fail(dat, "cannot be written");
-    if (!WriteWhole(cfg, kvm::CfgBytes(model)))
-        return Fail(cfg, "cannot be written");
-    return EXIT_GOOD;
+    const std::string stem =
+        (fs::path(folder) / (base.empty() ? fs::path(file).stem() : fs::path(base))).string();
+    std::error_code ignored; // without the folder the files cannot be written, and that is told
+    fs::create_directories(folder, ignored);
+    const Output outputs[] = {{stem + ".dat", kvm::DatBytes(model)},
+                              {stem + ".cfg", kvm::CfgBytes(model)}};
+    return WriteAll(outputs);
 }
 
 int CompileTable(const std::string &file, const std::string &out)
@@ -94,9 +113,14 @@ int CompileTable(const std::string &file, const std::string &out)
     if (!kvm::ParseTable(source, table, lines, problems) ||
         !kvm::CheckTable(table, lines, problems))
         return Fail(file, problems);
-    if (!WriteWhole(out, kvm::TableBytes(table)))
-        return Fail(out, "cannot be written");
-    return EXIT_GOOD;
+    const Output outputs[] = {{out, kvm::TableBytes(table)}};
+    return WriteAll(outputs);
+}
+
+int Print(const std::string &source)
+{
+    std::cout << source << std::flush;
+    return std::cout ? EXIT_GOOD : Fail("standard output", "cannot be written");
 }
 
 int PrintModelFiles(const std::string &dat, const std::string &cfg)
@@ -107,11 +131,12 @@ int PrintModelFiles(const std::string &dat, const std::string &cfg)
     if (!ReadWhole(cfg, cfgBytes))
         return Fail(cfg, "cannot be read");
     kvm::ModelFiles model;
-    kvm::Problems problems;
-    if (!kvm::ReadModel(AsBytes(datBytes), AsBytes(cfgBytes), model, problems))
-        return Fail(dat, problems);
-    std::cout << kvm::PrintModel(model) << std::flush;
-    return std::cout ? EXIT_GOOD : EXIT_BAD;
+    kvm::Problems ofDat, ofCfg;
+    if (!kvm::ReadModel(AsBytes(datBytes), AsBytes(cfgBytes), model, ofDat, ofCfg)) {
+        Fail(dat, ofDat);
+        return Fail(cfg, ofCfg);
+    }
+    return Print(kvm::PrintModel(model));
 }
 
 int PrintTableFile(const std::string &file)
@@ -123,8 +148,7 @@ int PrintTableFile(const std::string &file)
     kvm::Problems problems;
     if (!kvm::ReadTable(AsBytes(bytes), table, problems))
         return Fail(file, problems);
-    std::cout << kvm::PrintTable(table) << std::flush;
-    return std::cout ? EXIT_GOOD : EXIT_BAD;
+    return Print(kvm::PrintTable(table));
 }
 
 int Run(int argc, char **argv)

@@ -55,8 +55,9 @@ bool ParseModel(std::string_view source, ModelFiles &model, Lines &lines, Proble
 bool CheckModel(const ModelFiles &model, const Lines &lines, Problems &problems);
 Bytes DatBytes(const ModelFiles &model);
 Bytes CfgBytes(const ModelFiles &model);
+// Both files are read, whatever is wrong with one of them.
 bool ReadModel(std::span<const uint8_t> dat, std::span<const uint8_t> cfg, ModelFiles &model,
-               Problems &problems);
+               Problems &datProblems, Problems &cfgProblems);
 std::string PrintModel(const ModelFiles &model);
 
 struct TableSectionRecords {

@@ -149,11 +149,11 @@ Bytes CfgBytes(const ModelFiles &model)
 }
 
 bool ReadModel(std::span<const uint8_t> dat, std::span<const uint8_t> cfg, ModelFiles &model,
-               Problems &problems)
+               Problems &datProblems, Problems &cfgProblems)
 {
     model = {};
-    const bool bDat = ReadDat(dat, model, problems);
-    const bool bCfg = ReadCfg(cfg, model, problems);
+    const bool bDat = ReadDat(dat, model, datProblems);
+    const bool bCfg = ReadCfg(cfg, model, cfgProblems);
     return bDat && bCfg;
 }
 

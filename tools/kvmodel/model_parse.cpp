@@ -82,7 +82,9 @@ void ParseSource(Reader &reader, size_t nPosition, ModelFiles &model)
     source.wId = reader.Number<uint16_t>("id", 0, SOURCE_IDS);
     const auto collate = reader.Integer("collate", 0, 0, 15, COLLATE_RULES);
     const auto area = reader.Integer("area", 0, 0, 15, AREA_RULES);
-    const auto other = reader.Integer("other_flags", 0, 0, 0xFFFF) & 0xF0F0;
+    const auto other = reader.Integer("other_flags", 0, 0, 0xF0F0);
+    if (other & ~0xF0F0)
+        reader.Complain("other_flags", "collate and area give bits 0 to 3 and 8 to 11");
     source.wFlags = static_cast<uint16_t>(collate | area << 8 | other);
     source.wKind = reader.Number<uint16_t>("kind", static_cast<uint16_t>(nPosition));
     model.sources.push_back(source);

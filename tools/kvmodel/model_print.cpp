@@ -29,11 +29,8 @@ std::string Header(const ModelFiles &model)
     writer.Number("cfg_version", model.cfg.wVersion, FILE_VERSION);
     writer.Number("user_settings", model.cfg.wUserSlots, 0);
     writer.Number("user_papers", model.cfg.wUserPaperSlots, 0);
-    // A trailer of zeros is still a trailer.
-    if (!model.datTrailer.empty())
-        writer.Raw("dat_trailer", fmt::format("\"{:02x}\"", fmt::join(model.datTrailer, "")));
-    if (!model.cfgTrailer.empty())
-        writer.Raw("cfg_trailer", fmt::format("\"{:02x}\"", fmt::join(model.cfgTrailer, "")));
+    writer.Trailer("dat_trailer", model.datTrailer);
+    writer.Trailer("cfg_trailer", model.cfgTrailer);
     return writer.Block();
 }
 

@@ -1,11 +1,11 @@
 // The model table: source, structures and bytes.
 #include <algorithm>
 #include <cstring>
-#include <iterator>
 #include <set>
 
 #include <fmt/format.h>
 
+#include "tools/kvmodel/append.h"
 #include "tools/kvmodel/reader.h"
 #include "tools/kvmodel/writer.h"
 
@@ -190,21 +190,16 @@ bool CheckTable(const ModelTable &table, const Lines &lines, Problems &problems)
 Bytes TableBytes(const ModelTable &table)
 {
     Bytes bytes;
-    const auto append = [&](const auto &record) {
-        const auto *from = reinterpret_cast<const uint8_t *>(&record);
-        std::copy(from, from + sizeof(record), std::back_inserter(bytes));
-    };
     ModelTableHead head = table.head;
     head.sSections = static_cast<SHORT>(table.sections.size());
-    append(head);
+    Append(bytes, head);
     for (const TableSectionRecords &section : table.sections) {
         LanguageSectionHead sectionHead = section.head;
         sectionHead.sRecords = static_cast<SHORT>(section.records.size());
-        append(sectionHead);
-        for (const ModelRecord &record : section.records)
-            append(record);
+        Append(bytes, sectionHead);
+        Append(bytes, section.records);
     }
-    bytes.insert(bytes.end(), table.trailer.begin(), table.trailer.end());
+    Append(bytes, table.trailer);
     return bytes;
 }
 
@@ -251,8 +246,7 @@ std::string PrintTable(const ModelTable &table)
 {
     Writer root;
     root.Hex("bytes_0", table.head.ab0);
-    if (!table.trailer.empty())
-        root.Raw("trailer", fmt::format("\"{:02x}\"", fmt::join(table.trailer, "")));
+    root.Trailer("trailer", table.trailer);
     std::string text = "# A model table. "
                        "Compile it with: kvmodel table THIS -o kv_model.dat\n" +
                        root.Block();

@@ -130,6 +130,12 @@ void Writer::Text(const std::string &key, std::span<const uint8_t> field, size_t
 void Writer::Hex(const std::string &key, std::span<const uint8_t> bytes)
 {
     if (std::any_of(bytes.begin(), bytes.end(), [](uint8_t b) { return b != 0; }))
+        Trailer(key, bytes);
+}
+
+void Writer::Trailer(const std::string &key, std::span<const uint8_t> bytes)
+{
+    if (!bytes.empty())
         Raw(key, fmt::format("\"{:02x}\"", fmt::join(bytes, "")));
 }
 

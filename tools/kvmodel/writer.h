@@ -35,7 +35,8 @@ class Writer
     // field is all zero.
     void Text(const std::string &key, std::span<const uint8_t> field, size_t cbChar = 1,
               bool bTerminated = true);
-    void Hex(const std::string &key, std::span<const uint8_t> bytes); // nothing when all zero
+    void Hex(const std::string &key, std::span<const uint8_t> bytes);     // nothing when all zero
+    void Trailer(const std::string &key, std::span<const uint8_t> bytes); // zeros as well
 
     std::string Inline() const; // "{ a = 1, b = 2 }"
     std::string Block() const;  // a line each

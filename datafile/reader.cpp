@@ -6,11 +6,25 @@
 
 // ---- one file ---------------------------------------------------------------------------------
 
+// Either family of file calls takes the other's handles. -1 when it cannot be told.
+static int64_t LengthOf(HFILE hFile)
+{
+    DWORD dwHigh = 0;
+    const DWORD dwLow =
+        GetFileSize(reinterpret_cast<HANDLE>(static_cast<intptr_t>(hFile)), &dwHigh);
+    if (dwLow == INVALID_FILE_SIZE && GetLastError() != ERROR_SUCCESS)
+        return -1;
+    return int64_t{dwHigh} << 32 | dwLow;
+}
+
 static bool OpenReader(LPCSTR lpName, FileReader *lpFile)
 {
     OFSTRUCT of{};
     lpFile->hFile = OpenFile(lpName, &of, OF_READ);
-    return lpFile->hFile != HFILE_ERROR;
+    if (lpFile->hFile == HFILE_ERROR)
+        return false;
+    lpFile->nLength = LengthOf(lpFile->hFile);
+    return true;
 }
 
 static bool CloseReader(FileReader *lpFile)
@@ -48,11 +62,10 @@ static void ReadAt(FileReader *lpFile, int64_t nOffset, void *lpTo, size_t cb)
         std::memset(lpTo, 0, cb);
 }
 
-// The error of a file that ends before nLength bytes, found without reading them.
+// The error of a file that ends before nLength bytes.
 static void RequireLength(FileReader *lpFile, int64_t nLength)
 {
-    uint8_t bLast;
-    ReadAt(lpFile, nLength - 1, &bLast, sizeof bLast);
+    lpFile->bShort = lpFile->bShort || lpFile->nLength < nLength;
 }
 
 // ---- .dat -------------------------------------------------------------------------------------
@@ -102,12 +115,15 @@ int64_t PartSize(const DatHeader &header, DatPart part)
     return cb + 2 * header.wPaperCount + 4 * (header.wBinCount + header.wResNameCount);
 }
 
-static int64_t PartOffset(const DatHeader &header, DatPart part)
+// Where each part begins, and behind them where the last one ends.
+static void FindParts(DatReader *lpReader)
 {
     int64_t nOffset = sizeof(DatHeader);
-    for (int i = 0; i < part; ++i)
-        nOffset += PartSize(header, static_cast<DatPart>(i));
-    return nOffset;
+    for (int i = 0; i < DAT_PARTS; ++i) {
+        lpReader->anOffsets[i] = nOffset;
+        nOffset += PartSize(lpReader->header, static_cast<DatPart>(i));
+    }
+    lpReader->anOffsets[DAT_PARTS] = nOffset;
 }
 
 FileState OpenDat(LPCSTR lpName, Versions versions, DatReader *lpReader)
@@ -116,8 +132,8 @@ FileState OpenDat(LPCSTR lpName, Versions versions, DatReader *lpReader)
         return FileState::NotFound;
     ReadAt(&lpReader->file, 0, &lpReader->header, sizeof(DatHeader));
     const bool bOther = versions == Versions::Checked && lpReader->header.wVersion != FILE_VERSION;
-    if (!bOther)
-        RequireLength(&lpReader->file, PartOffset(lpReader->header, DAT_PARTS));
+    FindParts(lpReader);
+    RequireLength(&lpReader->file, lpReader->anOffsets[DAT_PARTS]);
     if (!bOther && !lpReader->file.bShort)
         return FileState::Read;
     CloseReader(&lpReader->file);
@@ -131,12 +147,12 @@ FileState CloseDat(DatReader *lpReader)
 
 void ReadPart(DatReader *lpReader, DatPart part, void *lpTo, size_t cb)
 {
-    ReadAt(&lpReader->file, PartOffset(lpReader->header, part), lpTo, cb);
+    ReadAt(&lpReader->file, lpReader->anOffsets[part], lpTo, cb);
 }
 
 std::vector<uint8_t> ReadPartBytes(DatReader *lpReader, DatPart part, size_t cb)
 {
-    const int64_t nOffset = PartOffset(lpReader->header, part);
+    const int64_t nOffset = lpReader->anOffsets[part];
     RequireLength(&lpReader->file, nOffset + static_cast<int64_t>(cb));
     std::vector<uint8_t> aBytes(lpReader->file.bShort ? 0 : cb);
     ReadAt(&lpReader->file, nOffset, aBytes.data(), aBytes.size());
@@ -190,12 +206,6 @@ static bool ReadOpenUcf(FileReader *lpFile, const CfgHeader &cfg,
     return !lpFile->bShort;
 }
 
-static bool IsEmpty(HFILE hFile)
-{
-    BYTE bFirst;
-    return _llseek(hFile, 0, FILE_BEGIN) == 0 && _lread(hFile, &bFirst, sizeof bFirst) == 0;
-}
-
 UserFileState ReadUcf(LPCSTR lpName, const CfgHeader &cfg, std::span<SettingsRecord> settings,
                       std::span<UserPaperRecord> papers)
 {
@@ -205,10 +215,10 @@ UserFileState ReadUcf(LPCSTR lpName, const CfgHeader &cfg, std::span<SettingsRec
     FileReader file;
     if (!OpenReader(lpName, &file))
         return UserFileState::NotOpened;
-    const bool bRead = ReadOpenUcf(&file, cfg, settings, papers);
-    if (!bRead && IsEmpty(file.hFile))
+    if (file.nLength == 0)
         return UserFileState::Missing;
-    return bRead ? UserFileState::Read : UserFileState::OtherVersion;
+    return ReadOpenUcf(&file, cfg, settings, papers) ? UserFileState::Read
+                                                     : UserFileState::OtherVersion;
 }
 
 void FreeSettingsSlots(std::span<SettingsRecord> slots, DWORD nFirst)

@@ -26,6 +26,7 @@ struct FileReader {
     FileReader &operator=(const FileReader &) = delete;
 
     HFILE hFile = HFILE_ERROR;
+    int64_t nLength = 0; // as it was opened
     int64_t nPos = 0;
     bool bShort = false;
 };
@@ -48,6 +49,7 @@ enum DatPart {
 struct DatReader {
     FileReader file;
     DatHeader header;
+    int64_t anOffsets[DAT_PARTS + 1]; // of the parts; the last one is where they end
 };
 
 // Opened only when the result is Read.

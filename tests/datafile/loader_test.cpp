@@ -1,8 +1,6 @@
 // Loading a model's three files into the static block and into a caller's.
 #include "tests/datafile/model_test.h"
 
-#include <algorithm>
-
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
@@ -12,6 +10,8 @@ namespace
 class LoaderTest : public ModelTest
 {
   protected:
+    const DriverDevMode dmLarge = NamedRecord(u"KORVA Two");
+
     // Every count and every table of the static block is that of a model.
     static void ExpectLoaded(const Model &expected)
     {
@@ -43,17 +43,21 @@ class LoaderTest : public ModelTest
     static void ExpectCountsInsideTables()
     {
         const DatFile &dat = UIInstance.dat;
-        EXPECT_LE(dat.nPapers, dat.lpPapers.size());
-        EXPECT_LE(dat.nBins, dat.lpBins.size());
-        EXPECT_LE(dat.nResNames, dat.lpResNames.size());
-        EXPECT_LE(dat.nMedia, dat.lpMedia.size());
-        EXPECT_LE(dat.nAux, dat.lpAux.size());
-        EXPECT_LE(dat.nRes, dat.lpRes.size());
-        EXPECT_LE(dat.nMedRes, dat.lpMedRes.size());
-        EXPECT_LE(dat.nSettings, dat.lpSettings.size());
-        EXPECT_LE(dat.CfgHeader.wUserPaperSlots, dat.lpUserPapers.size());
-        EXPECT_LE(dat.nUserUsed + dat.nAuto + dat.nPreset, dat.nSettings);
-        EXPECT_LE(dat.nUserPaperUsed, dat.lpUserPapers.size());
+        const std::pair<size_t, size_t> aClaimed[] = {
+            {dat.nPapers, dat.lpPapers.size()},
+            {dat.nBins, dat.lpBins.size()},
+            {dat.nResNames, dat.lpResNames.size()},
+            {dat.nMedia, dat.lpMedia.size()},
+            {dat.nAux, dat.lpAux.size()},
+            {dat.nRes, dat.lpRes.size()},
+            {dat.nMedRes, dat.lpMedRes.size()},
+            {dat.nSettings, dat.lpSettings.size()},
+            {dat.CfgHeader.wUserPaperSlots, dat.lpUserPapers.size()},
+            {dat.nUserUsed + dat.nAuto + dat.nPreset, dat.nSettings},
+            {dat.nUserPaperUsed, dat.lpUserPapers.size()},
+        };
+        for (const auto &[nClaimed, nThere] : aClaimed)
+            EXPECT_LE(nClaimed, nThere);
     }
     // Every user slot is free, as for a user without a file or with one of another version.
     static void ExpectFreeSlots(bool bOtherVersion)
@@ -83,16 +87,15 @@ class LoaderTest : public ModelTest
 Model LargeModel()
 {
     Model large;
-    for (int i = 0; i < 20; ++i) {
-        large.papers.push_back(large.papers[0]);
-        large.bins.push_back(large.bins[0]);
-        large.resNames.push_back(static_cast<int16_t>(40 + i));
-        large.media.push_back({static_cast<int16_t>(500 + i), static_cast<int16_t>(2 + i)});
-        large.aux.push_back({{9, 9, 9}});
-        large.resolutions.push_back(large.resolutions[1]);
-        large.rules.push_back(large.rules[3]);
-        large.autoSettings.push_back(large.autoSettings[1]);
-    }
+    const auto lengthen = [](auto &table) { table.resize(23, table.back()); };
+    lengthen(large.papers);
+    lengthen(large.bins);
+    lengthen(large.resNames);
+    lengthen(large.media);
+    lengthen(large.aux);
+    lengthen(large.resolutions);
+    lengthen(large.rules);
+    lengthen(large.autoSettings);
     large.wUserSlots = 30;
     large.wUserPaperSlots = 25;
     return large;
@@ -143,42 +146,27 @@ TEST_F(LoaderTest, EachFileThatCannotServeIsNamed)
 {
     static const struct {
         const char *why;
-        void (*spoil)(LoaderTest *);
+        uint16_t wDat, wCfg, wUcf; // versions
+        std::string strAbsent;
         BOOL bLoaded;
         Messages messages;
     } aRows[] = {
-        {"no .dat", [](LoaderTest *) { kvp::PutAbsentFile(DatPath()); }, FALSE, {DAT_NOT_FOUND}},
-        {"no .cfg", [](LoaderTest *) { kvp::PutAbsentFile(CfgPath()); }, FALSE, {CFG_NOT_FOUND}},
-        {"no .ucf", [](LoaderTest *) { kvp::PutAbsentFile(UcfPath()); }, TRUE, {}},
-        {"another .dat, and no .cfg",
-         [](LoaderTest *test) {
-             test->model.header.wVersion = 257;
-             test->Install();
-             kvp::PutAbsentFile(CfgPath());
-         },
-         FALSE,
-         {DAT_VERSION_ERROR}},
-        {"another .cfg",
-         [](LoaderTest *test) {
-             test->model.wCfgVersion = 0x0001;
-             test->Install();
-         },
-         FALSE,
-         {CFG_VERSION_ERROR}},
-        {"another .ucf",
-         [](LoaderTest *test) {
-             test->model.wUcfVersion = 255;
-             test->Install();
-         },
-         TRUE,
-         {UCF_VERSION_ERROR}},
+        {"no .dat", 256, 256, 256, DatPath(), FALSE, {DAT_NOT_FOUND}},
+        {"no .cfg", 256, 256, 256, CfgPath(), FALSE, {CFG_NOT_FOUND}},
+        {"no .ucf", 256, 256, 256, UcfPath(), TRUE, {}},
+        {"another .dat, and no .cfg", 257, 256, 256, CfgPath(), FALSE, {DAT_VERSION_ERROR}},
+        {"another .cfg", 256, 1, 256, "", FALSE, {CFG_VERSION_ERROR}},
+        {"another .ucf", 256, 256, 255, "", TRUE, {UCF_VERSION_ERROR}},
     };
+    model.bUcf = true;
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.why);
-        model = Model();
-        model.bUcf = true;
+        model.header.wVersion = row.wDat;
+        model.wCfgVersion = row.wCfg;
+        model.wUcfVersion = row.wUcf;
         Install();
-        row.spoil(this);
+        if (!row.strAbsent.empty())
+            kvp::PutAbsentFile(row.strAbsent);
         EXPECT_EQ(Get_DATFile(&dm), row.bLoaded);
         EXPECT_EQ(BoxesShown(), row.messages);
         EXPECT_TRUE(NothingHeld());
@@ -189,48 +177,54 @@ TEST_F(LoaderTest, EachFileThatCannotServeIsNamed)
 
 TEST_F(LoaderTest, AFileShorterThanItsHeaderSaysIsOneOfAnotherVersion)
 {
-    const Bytes dat = model.Dat();
-    const Bytes cfg = model.Cfg();
     Install();
-    for (size_t n = 0; n < dat.size(); ++n) {
-        SCOPED_TRACE(n);
-        PutDat(FirstBytes(dat, n));
-        EXPECT_FALSE(Get_DATFile(&dm));
-        EXPECT_THAT(BoxesShown(), ElementsAre(DAT_VERSION_ERROR));
-    }
-    PutDat(dat);
-    for (size_t n = 0; n < cfg.size(); ++n) {
-        SCOPED_TRACE(n);
-        PutCfg(FirstBytes(cfg, n));
-        EXPECT_FALSE(Get_DATFile(&dm));
-        EXPECT_THAT(BoxesShown(), ElementsAre(CFG_VERSION_ERROR));
-        ExpectCountsInsideTables();
-    }
+    const auto refused = [&](const Bytes &whole, void (ModelTest::*put)(const Bytes &),
+                             const char *message) {
+        for (size_t n = 0; n < whole.size(); ++n) {
+            SCOPED_TRACE(n);
+            (this->*put)(FirstBytes(whole, n));
+            EXPECT_FALSE(Get_DATFile(&dm));
+            EXPECT_THAT(BoxesShown(), ElementsAre(message));
+            ExpectCountsInsideTables();
+        }
+        (this->*put)(whole);
+    };
+    refused(model.Dat(), &ModelTest::PutDat, DAT_VERSION_ERROR);
+    refused(model.Cfg(), &ModelTest::PutCfg, CFG_VERSION_ERROR);
 }
 
-TEST_F(LoaderTest, AShortUserFileFreesTheSlotsAndTheLoadGoesOn)
+// A short user's file is one of another version, an empty one as good as none.
+TEST_F(LoaderTest, SlotsWithoutAFileAreNumberedAndOfAnotherVersionAreNot)
 {
     model.AddUserPaper("Card", 850, 550, 2, 1);
     model.userSettings = {UserSetting(2)};
     Install();
-    const Bytes ucf = model.Ucf();
-    for (size_t n = 0; n < ucf.size(); ++n) {
-        SCOPED_TRACE(n);
-        PutUcf(FirstBytes(ucf, n));
+    model.wUcfVersion = 512;
+    const Bytes other = model.Ucf();
+    model.wUcfVersion = 256;
+    const auto freed = [&](bool bOtherVersion) {
         EXPECT_TRUE(Get_DATFile(&dm));
-        // An empty one is as good as none.
-        EXPECT_EQ(BoxesShown(), std::vector<std::string>(n > 0 ? 1 : 0, UCF_VERSION_ERROR));
-        ExpectFreeSlots(n > 0);
+        EXPECT_EQ(BoxesShown(), Messages(bOtherVersion ? 1 : 0, UCF_VERSION_ERROR));
+        ExpectFreeSlots(bOtherVersion);
         Free_DATFile(&dm);
+    };
+    kvp::PutAbsentFile(UcfPath());
+    freed(false);
+    PutUcf(other);
+    freed(true);
+    const Bytes whole = model.Ucf();
+    for (size_t n = 0; n < whole.size(); ++n) {
+        SCOPED_TRACE(n);
+        PutUcf(FirstBytes(whole, n));
+        freed(n > 0);
     }
 }
 
 TEST_F(LoaderTest, LongerFilesAreAsGood)
 {
     model.bUcf = true;
-    Install();
     const auto longer = [](Bytes bytes) {
-        bytes.insert(bytes.end(), 100, 0xEE);
+        bytes.resize(bytes.size() + 100, 0xEE);
         return bytes;
     };
     PutDat(longer(model.Dat()));
@@ -259,43 +253,22 @@ TEST_F(LoaderTest, AHeaderThatClaimsFullTablesAllocatesNone)
     EXPECT_THAT(BoxesShown(), ElementsAre(DAT_VERSION_ERROR, CFG_VERSION_ERROR));
 }
 
-TEST_F(LoaderTest, SlotsWithoutAFileAreNumberedAndOfAnotherVersionAreNot)
-{
-    model.AddUserPaper("Card", 850, 550, 2, 1);
-    for (const bool bOtherVersion : {false, true}) {
-        SCOPED_TRACE(bOtherVersion);
-        model.bUcf = bOtherVersion;
-        model.wUcfVersion = 512;
-        Install();
-        ASSERT_TRUE(Get_DATFile(&dm));
-        ExpectFreeSlots(bOtherVersion);
-        Free_DATFile(&dm);
-    }
-}
-
 TEST_F(LoaderTest, FreeSlotsAreMadeOfTheFirstUserDefinedPaperOrElseTheFirst)
 {
     static const struct {
-        const char *why;
         std::vector<int16_t> ids;
-        int nSource; // the paper that the slots are copies of; -1: none
-    } aRows[] = {
-        {"the first of two", {9, 256, 256}, 1},
-        {"none: the first paper", {9, 1, 11}, 0},
-        {"no papers at all", {}, -1},
-    };
+        int nMaxWidth; // 1000 and the place of the paper that the slots are copies of
+    } aRows[] = {{{9, 256, 256}, 1001}, {{9, 1, 11}, 1000}, {{}, 0}};
     for (const auto &row : aRows) {
-        SCOPED_TRACE(row.why);
-        model.papers.clear();
+        SCOPED_TRACE(row.ids.size());
+        model.papers.resize(row.ids.size());
         for (size_t i = 0; i < row.ids.size(); ++i) {
-            model.papers.push_back({});
             model.papers[i].wId = row.ids[i];
             model.papers[i].wMaxWidth = static_cast<int16_t>(1000 + i);
         }
         Install();
         ASSERT_TRUE(Get_DATFile(&dm));
-        EXPECT_EQ(UIInstance.dat.lpUserPapers[1].paper.wMaxWidth,
-                  row.nSource < 0 ? 0 : 1000 + row.nSource);
+        EXPECT_EQ(UIInstance.dat.lpUserPapers[1].paper.wMaxWidth, row.nMaxWidth);
         EXPECT_EQ(UIInstance.dat.lpUserPapers[1].paper.wId, 769);
         Free_DATFile(&dm);
     }
@@ -305,9 +278,8 @@ TEST_F(LoaderTest, SlotsInUseAreCountedAcrossGaps)
 {
     model.bUcf = true;
     model.userSettings = {UserSetting(3), UserSetting(2), UserSetting(2)};
-    model.AddUserPaper("One", 1000, 1000, 1, 1);
-    model.AddUserPaper("Two", 1000, 1000, 1, 1);
-    model.AddUserPaper("Three", 1000, 1000, 1, 1);
+    for (const char *name : {"One", "Two", "Three"})
+        model.AddUserPaper(name, 1000, 1000, 1, 1);
     model.userPapers[0].wState = 3;
     Install();
     ASSERT_TRUE(Get_DATFile(&dm));
@@ -320,7 +292,6 @@ TEST_F(LoaderTest, BuffersOfAnotherModelServeInBothDirections)
     const Model large = LargeModel();
     large.Install("KV2");
     Install();
-    const DriverDevMode dmLarge = NamedRecord(u"KORVA Two");
     ASSERT_TRUE(Get_DATFile(&dm));
     ASSERT_TRUE(Get_DATFile(&dmLarge));
     ExpectLoaded(large);
@@ -328,22 +299,11 @@ TEST_F(LoaderTest, BuffersOfAnotherModelServeInBothDirections)
     ExpectLoaded(model);
     ExpectCountsInsideTables();
     EXPECT_EQ(UIInstance.dat.nUserUsed, 0u);
-    ASSERT_TRUE(Get_DATFile(&dmLarge));
-    ExpectLoaded(large);
-}
-
-TEST_F(LoaderTest, AFailureHalfwayLeavesConsistentTablesForTheNextLoad)
-{
-    const Model large = LargeModel();
-    large.Install("KV2");
-    Install();
-    const DriverDevMode dmLarge = NamedRecord(u"KORVA Two");
-    ASSERT_TRUE(Get_DATFile(&dm));
     kvp::PutAbsentFile(std::string(WINDOWS_DIR) + "KV2.cfg");
-    EXPECT_FALSE(Get_DATFile(&dmLarge));
+    EXPECT_FALSE(Get_DATFile(&dmLarge)) << "halfway";
     EXPECT_EQ(UIInstance.dat.nPapers, 23u);
     ExpectCountsInsideTables();
-    EXPECT_TRUE(Get_DATFile(&dm));
+    ASSERT_TRUE(Get_DATFile(&dm));
     ExpectLoaded(model);
 }
 
@@ -351,31 +311,40 @@ TEST_F(LoaderTest, ABlockOfTheCallersLeavesTheStaticOneAlone)
 {
     Install();
     LargeModel().Install("KV2");
-    const DriverDevMode dmLarge = NamedRecord(u"KORVA Two");
     ASSERT_TRUE(Get_DATFile(&dm));
     DatFile block{};
     ASSERT_TRUE(Get_DatFileLib(&dmLarge, &block));
     EXPECT_EQ(block.nPapers, 23u);
     EXPECT_EQ(block.CfgHeader.wUserPaperSlots, 25);
-    ExpectLoaded(model);
     EXPECT_TRUE(Free_DatFileLib(&dmLarge, &block));
     EXPECT_TRUE(block.lpPapers.empty() && block.lpUserPapers.empty());
     ExpectLoaded(model);
 }
 
+// What could not be read is zero: nothing is left of the model that was loaded before.
 TEST_F(LoaderTest, AFailingReadIsAShortFile)
 {
+    Model large = LargeModel();
+    large.resNames[0] = 80;
+    large.Install("KV2");
+    model.resNames[0] = 70;
     model.AddUserPaper("Card", 850, 550, 2, 1);
     Install();
-    int nRefused = 0, nSlotsFreed = 0;
-    const int nFailures = WithEachFailure(kvp::Call::Read, [&](int) {
+    int nRefused = 0, nZero = 0, nSlotsFreed = 0;
+    const int nFailures = WithEachFailure(kvp::Call::Read, [&](int n) {
+        kvp::FailCall(kvp::Call::Read, -1);
+        Get_DATFile(&dmLarge);
+        kvp::FailCall(kvp::Call::Read, n);
         const BOOL bLoaded = Get_DATFile(&dm);
         const Messages messages = BoxesShown();
+        const int16_t sName = UIInstance.dat.lpResNames[0];
+        nZero += sName == 0;
+        EXPECT_EQ(sName == 80, UIInstance.dat.nPapers == 23) << "not even the header was taken";
         ExpectCountsInsideTables();
         if (!bLoaded) {
             ++nRefused;
-            ASSERT_EQ(messages.size(), 1u);
-            EXPECT_TRUE(messages[0] == DAT_VERSION_ERROR || messages[0] == CFG_VERSION_ERROR);
+            EXPECT_TRUE(messages == Messages{DAT_VERSION_ERROR} ||
+                        messages == Messages{CFG_VERSION_ERROR});
         } else if (!messages.empty()) {
             ++nSlotsFreed;
             EXPECT_THAT(messages, ElementsAre(UCF_VERSION_ERROR));
@@ -386,28 +355,7 @@ TEST_F(LoaderTest, AFailingReadIsAShortFile)
         Free_DATFile(&dm);
     });
     EXPECT_EQ(nRefused + nSlotsFreed, nFailures);
-    EXPECT_GT(nRefused, 0);
-    EXPECT_GT(nSlotsFreed, 0);
-}
-
-TEST_F(LoaderTest, WhatCouldNotBeReadIsNotAnotherModels)
-{
-    Model large = LargeModel();
-    large.resNames[0] = 80;
-    large.Install("KV2");
-    model.resNames[0] = 70;
-    Install();
-    const DriverDevMode dmLarge = NamedRecord(u"KORVA Two");
-    int nZero = 0;
-    for (int n = 0; n < 12; ++n) {
-        ASSERT_TRUE(Get_DATFile(&dmLarge));
-        kvp::FailCall(kvp::Call::Read, n);
-        Get_DATFile(&dm);
-        const int16_t sName = UIInstance.dat.lpResNames[0];
-        EXPECT_EQ(sName == 80, UIInstance.dat.nPapers == 23) << n; // not even the header was taken
-        nZero += sName == 0;
-    }
-    EXPECT_GT(nZero, 0);
+    EXPECT_TRUE(nRefused > 0 && nSlotsFreed > 0 && nZero > 0);
 }
 
 TEST_F(LoaderTest, AFileThatDoesNotOpenIsNamedButForTheUsersOwn)

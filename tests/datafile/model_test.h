@@ -4,6 +4,8 @@
 #define KV_TESTS_DATAFILE_MODEL_TEST_H
 
 #include <cstring>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -65,6 +67,14 @@ class ModelTest : public MachineTest
     }
 
     void Install() { model.Install("KV1"); }
+    // The names of this model's papers and sources; queries want a printer for them.
+    static void InstallNames()
+    {
+        std::ifstream file(KV_TEST_NAMES_LIBRARY, std::ios::binary);
+        const Bytes bytes((std::istreambuf_iterator<char>(file)), {});
+        ASSERT_FALSE(bytes.empty());
+        kvp::PutMemoryFile(DRIVER_DIR + std::string("KVUI.DLL"), bytes);
+    }
     void PutDat(const Bytes &bytes) { kvp::PutMemoryFile(DatPath(), bytes); }
     void PutCfg(const Bytes &bytes) { kvp::PutMemoryFile(CfgPath(), bytes); }
     void PutUcf(const Bytes &bytes) { kvp::PutMemoryFile(UcfPath(), bytes); }

@@ -34,16 +34,15 @@ class WriterTest : public ModelTest
         model.userPapers[0].paper.wWidth = 851;
     }
 
-    fs::path Directory() const { return fs::path(machine.strRoot) / "c/winnt35/system32"; }
+    fs::path Directory() const { return File().parent_path(); }
+    fs::path File() const { return fs::path(machine.strRoot) / "c/winnt35/system32/KV1.ucf"; }
     void PutOnDisk(const Bytes &bytes) const
     {
-        std::ofstream file(Directory() / "KV1.ucf", std::ios::binary);
-        file.write(reinterpret_cast<const char *>(bytes.data()),
-                   static_cast<std::streamsize>(bytes.size()));
+        std::ofstream(File(), std::ios::binary) << std::string(bytes.begin(), bytes.end());
     }
     Bytes OnDisk() const
     {
-        std::ifstream file(Directory() / "KV1.ucf", std::ios::binary);
+        std::ifstream file(File(), std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
     }
     bool IsOldOrNew() const { return OnDisk() == old || OnDisk() == model.Ucf(); }
@@ -61,7 +60,7 @@ TEST_F(WriterTest, TheFileIsRewrittenWholeWhateverWasThere)
         EXPECT_EQ(Write(), 0);
         EXPECT_EQ(OnDisk(), model.Ucf()) << there.size();
     }
-    fs::remove(Directory() / "KV1.ucf");
+    fs::remove(File());
     EXPECT_EQ(Write(), 0);
     EXPECT_EQ(OnDisk(), model.Ucf()) << "created";
 }
@@ -90,7 +89,7 @@ TEST_F(WriterTest, AnyFailedCallLeavesTheOldFileOrTheNewOne)
             EXPECT_TRUE(IsOldOrNew()) << static_cast<int>(call);
             EXPECT_TRUE(hResult != 0 || OnDisk() == model.Ucf()) << "told that it was saved";
             EXPECT_TRUE(hResult == 0 || kvp::CallsSeen(call) > n) << "nothing else fails";
-            fs::remove(Directory() / "KV1.ucf");
+            fs::remove(File());
             kvp::FailCall(call, n);
             EXPECT_TRUE((Write() != 0 && OnDisk().empty()) || OnDisk() == model.Ucf());
         });
@@ -118,10 +117,10 @@ TEST_F(WriterTest, AKilledProcessLeavesTheOldFileOrTheNewOne)
 TEST_F(WriterTest, AFileThatCannotBeWrittenStays)
 {
     // A directory in its place: no user may write that, not even the superuser.
-    fs::remove(Directory() / "KV1.ucf");
-    fs::create_directory(Directory() / "KV1.ucf");
+    fs::remove(File());
+    fs::create_directory(File());
     EXPECT_EQ(Write(), HFILE_ERROR);
-    EXPECT_TRUE(fs::is_directory(Directory() / "KV1.ucf"));
+    EXPECT_TRUE(fs::is_directory(File()));
     fs::remove_all(Directory());
     EXPECT_EQ(Write(), HFILE_ERROR);
     EXPECT_FALSE(fs::exists(Directory()));

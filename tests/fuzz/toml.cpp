@@ -34,7 +34,7 @@ static void PrintModel(Input input)
     kvm::ModelFiles model, again;
     kvm::Lines lines;
     kvm::Problems problems;
-    if (!kvm::ReadModel(dat, input, model, problems))
+    if (!kvm::ReadModel(dat, input, model, problems, problems))
         return Must(!problems.empty());
     Must(kvm::ParseModel(kvm::PrintModel(model), again, lines, problems));
     const kvm::Bytes datAgain = kvm::DatBytes(again), cfgAgain = kvm::CfgBytes(again);

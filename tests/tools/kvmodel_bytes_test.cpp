@@ -3,11 +3,14 @@
 #include <fstream>
 #include <iterator>
 #include <random>
+#include <set>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "tests/tools/tiny_model.h"
 #include "tools/kvmodel/model.h"
+
+using ::testing::ElementsAre;
 
 namespace
 {
@@ -36,18 +39,14 @@ std::string FileText(const std::string &name)
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-int64_t Word(const kvm::Bytes &bytes, size_t at)
+// As many numbers of a file as a record has, from an offset on.
+template <class Number = int16_t>
+std::vector<int64_t> Numbers(const kvm::Bytes &bytes, size_t at, size_t n)
 {
-    int16_t value;
-    std::memcpy(&value, &bytes.at(at + 1) - 1, 2);
-    return value;
-}
-
-int64_t Long(const kvm::Bytes &bytes, size_t at)
-{
-    int32_t value;
-    std::memcpy(&value, &bytes.at(at + 3) - 3, 4);
-    return value;
+    std::vector<Number> numbers(n);
+    EXPECT_LE(at + n * sizeof(Number), bytes.size());
+    std::memcpy(numbers.data(), bytes.data() + at, n * sizeof(Number));
+    return {numbers.begin(), numbers.end()};
 }
 
 // The parts of the tiny model's .dat, by hand: 24 bytes of header, three papers of 32, a source of
@@ -56,152 +55,64 @@ int64_t Long(const kvm::Bytes &bytes, size_t at)
 constexpr size_t PAPERS = 24, SOURCES = 120, NAMES = 126, MEDIA = 128, RESOLUTIONS = 132,
                  RULES = 148, MW = 188, TEMPLATE = 248, PRINTER = 810, TAIL = 914, END = 928;
 
-struct Expected {
-    const char *why;
-    size_t at;
-    int64_t value;
-};
-
-TEST(ModelSource, WordsLandAtTheirOffsets)
+TEST(ModelSource, EveryValueLandsAtItsOffset)
 {
-    const Expected rows[] = {
-        {"version", 2, 256},
-        {"papers", 8, 3},
-        {"sources", 10, 1},
-        {"resolution names", 12, 1},
-        {"media", 14, 1},
-        {"no auxiliary records", 16, 0},
-        {"resolutions", 18, 1},
-        {"rules", 20, 2},
-        {"MW rows", 22, 1},
-        {"A4's id", PAPERS, 9},
-        {"its width, 2100 x 360 / 254", PAPERS + 2, 2976},
-        {"its length", PAPERS + 4, 4209},
-        {"its own width is its largest, 0.1 mm", PAPERS + 14, 2100},
-        {"metric default", PAPERS + 22, 1},
-        {"every source feeds it", PAPERS + 24, 1},
-        {"its position", PAPERS + 30, 0},
-        {"Letter's width", PAPERS + 34, 3060},
-        {"its left margin", PAPERS + 38, 10},
-        {"its bottom margin", PAPERS + 44, 40},
-        {"inch default", PAPERS + 54, 2},
-        {"its position", PAPERS + 62, 1},
-        {"user paper", PAPERS + 64, 256},
-        {"largest width, 800 x 254 / 100", PAPERS + 78, 2032},
-        {"largest length", PAPERS + 80, 11176},
-        {"smallest width", PAPERS + 82, 890},
-        {"preview class", PAPERS + 92, 2},
-        {"source id", SOURCES, 4},
-        {"its rules: collate 3, area 0x100", SOURCES + 2, 0x103},
-        {"name's text", NAMES, 7},
-        {"media code", MEDIA, 20},
-        {"dot scale", RESOLUTIONS + 8, 2},
-        {"flags", RESOLUTIONS + 10, 0x10},
-        {"x dpi", RESOLUTIONS + 12, 720},
-        {"y dpi", RESOLUTIONS + 14, 360},
-        {"colour", RULES + 2, 1},
-        {"rule word", RULES + 4, 5},
-        {"HS off, changeable", RULES + 6, 3},
-        {"MW on and locked", RULES + 8, 1},
-        {"second option on, changeable", RULES + 10, 6},
-        {"HT 1 is bit 1, HT 3 is bit 0", RULES + 14, 3},
-        {"black: mirror off and locked", RULES + 32, 2},
-        {"every HT", RULES + 34, 0xF},
-        {"FD off and locked", RULES + 36, 2},
-        {"intents 0 and 2", RULES + 38, 5},
-        {"orientation", TEMPLATE + 76, 1},
-        {"copies", TEMPLATE + 86, 1},
-        {"source id in the template", TEMPLATE + 88, 4},
-        {"setting", TEMPLATE + 352, 0},
-        {"printer id", PRINTER + 2, 42},
-        {"largest copies", PRINTER + 54, 12},
-        {"pairs", PRINTER + 66, 2},
-        {"pair offset", PRINTER + 68, 0},
-        {"first pair", TAIL + 2, 2},
-        {"second pair", TAIL + 6, -1},
-        {"nothing after the pairs", TAIL + 8, 0},
-    };
     const kvm::Bytes dat = DatBytes(Parsed(TINY_MODEL));
     ASSERT_EQ(dat.size(), END);
-    for (const Expected &row : rows) {
-        SCOPED_TRACE(row.why);
-        EXPECT_EQ(Word(dat, row.at), row.value) << "at " << row.at;
-    }
-}
-
-TEST(ModelSource, LongsOfMWRowsAndTemplateLandAtTheirOffsets)
-{
-    const Expected rows[] = {
-        {"y before x", MW, 360},
-        {"x", MW + 4, 720},
-        {"scaled y", MW + 8, 720},
-        {"scaled x", MW + 12, 720},
-        {"source by id", MW + 16, 4},
-        {"any media", MW + 20, 99},
-        {"black", MW + 24, 0},
-        {"first value", MW + 28, 1},
-        {"second value", MW + 32, -2},
-        {"the rest is 0", MW + 36, 0},
-        {"tag", TEMPLATE + 188, 0x4B560001},
-        {"mode automatic", TEMPLATE + 416, 1},
-        {"maximum area", TEMPLATE + 434, 1},
-        {"8 inches", TEMPLATE + 454, 2880},
-    };
-    const kvm::Bytes dat = DatBytes(Parsed(TINY_MODEL));
-    for (const Expected &row : rows) {
-        SCOPED_TRACE(row.why);
-        EXPECT_EQ(Long(dat, row.at), row.value);
-    }
+    const auto words = [&](size_t at, size_t n) { return Numbers(dat, at, n); };
+    const auto longs = [&](size_t at, size_t n) { return Numbers<int32_t>(dat, at, n); };
+    EXPECT_THAT(words(0, 12), ElementsAre(0, 256, 0, 0, 3, 1, 1, 1, 0, 1, 2, 1));
+    // 210 mm are 2100 x 360 / 254; a paper's own size is its smallest and largest.
+    EXPECT_THAT(words(PAPERS, 16),
+                ElementsAre(9, 2976, 4209, 42, 42, 42, 198, 2100, 2970, 2100, 2970, 1, 1, 0, 0, 0));
+    EXPECT_THAT(words(PAPERS + 32, 16),
+                ElementsAre(1, 3060, 3960, 10, 20, 30, 40, 2159, 2794, 2159, 2794, 2, 1, 0, 0, 1));
+    EXPECT_THAT(words(PAPERS + 64, 16), ElementsAre(256, 2976, 4209, 42, 42, 42, 198, 2032, 11176,
+                                                    890, 1270, 0, 1, 0, 2, 2));
+    EXPECT_THAT(words(SOURCES, 3), ElementsAre(4, 0x103, 0));
+    EXPECT_THAT(words(NAMES, 3), ElementsAre(7, 20, 0)) << "and the media";
+    EXPECT_THAT(words(RESOLUTIONS, 8), ElementsAre(0, 0, 0, 0, 2, 0x10, 720, 360));
+    // HT 1 is bit 1, HT 3 is bit 0.
+    EXPECT_THAT(words(RULES, 10), ElementsAre(0, 1, 5, 3, 1, 6, 0, 3, 0, 0xF));
+    EXPECT_THAT(words(RULES + 20, 10), ElementsAre(0, 0, 0, 0, 0, 0, 2, 0xF, 2, 5));
+    // y before x; the source by its id.
+    EXPECT_THAT(longs(MW, 15), ElementsAre(360, 720, 720, 720, 4, 99, 0, 1, -2, 0, 0, 0, 0, 0, 0));
+    DriverDevMode tmpl;
+    std::memcpy(&tmpl, &dat[TEMPLATE], sizeof tmpl);
+    EXPECT_THAT(words(TEMPLATE + 64, 19), ElementsAre(0x320, 0x35B, 188, 374, 0x30F, 0, 1, 0, 0, 0,
+                                                      100, 1, 4, 0, 0, 1, 0, 0, 0));
+    EXPECT_THAT((std::vector<int64_t>{tmpl.dwModelTag, tmpl.Settings.wIndex, tmpl.bAutoMode,
+                                      tmpl.nBin, tmpl.nPrintArea, tmpl.lMaxPrintWidth}),
+                ElementsAre(0x4B560001, 0, 1, 0, 1, 2880));
+    EXPECT_THAT(words(PRINTER, 2), ElementsAre(0, 42));
+    EXPECT_THAT(words(PRINTER + 54, 8), ElementsAre(12, 0, 0, 0, 0, 0, 2, 0));
+    EXPECT_THAT(words(TAIL, 7), ElementsAre(1, 2, 3, -1, 0, 0, 0));
 }
 
 TEST(ModelSource, SettingsTakeWhatTheirResolutionSays)
 {
-    const Expected rows[] = {
-        {"version", 0, 256},
-        {"Automatic", 2, 1},
-        {"predefined", 4, 1},
-        {"user slots", 6, 3},
-        {"user paper slots", 8, 4},
-        {"level", 10 + 4, 2},
-        {"colour", 10 + 12, 1},
-        {"colour's ink code", 10 + 34, 6},
-        {"dot scale of the resolution", 10 + 36, 2},
-        {"rule word of resolution and ink", 10 + 38, 5},
-        {"MW and HS", 10 + 40, 5},
-        {"of these MW alone follows", 10 + 42, 1},
-        {"the preset's index goes on", 74, 1},
-        {"preset number", 74 + 2, 1},
-        {"black's ink code", 74 + 34, 3},
-        {"the black rule has no word", 74 + 38, 0},
-        {"last adjustment", 74 + 30, -25},
-    };
     const kvm::Bytes cfg = CfgBytes(Parsed(TINY_MODEL));
     ASSERT_EQ(cfg.size(), 138u);
-    for (const Expected &row : rows) {
-        SCOPED_TRACE(row.why);
-        EXPECT_EQ(Word(cfg, row.at), row.value);
-    }
-    EXPECT_EQ(cfg[74 + 17], 2) << "intent";
+    EXPECT_THAT(Numbers(cfg, 0, 5), ElementsAre(256, 1, 1, 3, 4));
+    // HT in the low byte of the eighth word, the intent in the high one of the ninth; MW alone of
+    // MW and HS goes into the second word of flags.
+    EXPECT_THAT(Numbers(cfg, 10, 24), ElementsAre(0, 0, 2, 0, 0, 0, 1, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+                                                  6, 2, 5, 5, 1, 0, 0));
+    EXPECT_THAT(Numbers(cfg, 74, 24), ElementsAre(1, 1, 0, 0, 0, 0, 0, 0, 0x200, 0, 1, -2, 3, 0, 0,
+                                                  -25, 0, 3, 2, 0, 0, 0, 0, 0));
 }
 
 TEST(ModelSource, LengthsMayBeWrittenInEitherUnit)
 {
-    static const struct {
-        const char *text;
-        int64_t width, length;
-    } rows[] = {
-        {"[2976, 4209]", 2976, 4209},     {"\"210 x 297 mm\"", 2976, 4209},
-        {"\"210x297mm\"", 2976, 4209},    {"\"215.9 x 279.4 mm\"", 3060, 3960},
-        {"\"8.5 x 11 in\"", 3060, 3960},  {"[\"8.5 in\", \"297 mm\"]", 3060, 4209},
-        {"[3060, \"0.01 in\"]", 3060, 4},
+    const std::pair<const char *, std::vector<int64_t>> rows[] = {
+        {"[2976, 4209]", {2976, 4209}},         {"\"210x297mm\"", {2976, 4209}},
+        {"\"215.9 x 279.4 mm\"", {3060, 3960}}, {"[\"8.5 in\", \"297 mm\"]", {3060, 4209}},
+        {"[3060, \"0.01 in\"]", {3060, 4}},
     };
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.text);
+    for (const auto &[text, lengths] : rows) {
         std::string source = TINY_MODEL;
-        source.replace(source.find("\"210 x 297 mm\""), 14, row.text);
-        const kvm::Bytes dat = DatBytes(Parsed(source));
-        EXPECT_EQ(Word(dat, PAPERS + 2), row.width);
-        EXPECT_EQ(Word(dat, PAPERS + 4), row.length);
+        source.replace(source.find("\"210 x 297 mm\""), 14, text);
+        EXPECT_EQ(Numbers(DatBytes(Parsed(source)), PAPERS + 2, 2), lengths) << text;
     }
 }
 
@@ -210,7 +121,7 @@ void ExpectRoundTrip(const kvm::Bytes &dat, const kvm::Bytes &cfg)
 {
     kvm::ModelFiles model;
     kvm::Problems problems;
-    ASSERT_TRUE(kvm::ReadModel(dat, cfg, model, problems)) << Told(problems);
+    ASSERT_TRUE(kvm::ReadModel(dat, cfg, model, problems, problems)) << Told(problems);
     const std::string source = PrintModel(model);
     const kvm::ModelFiles again = Parsed(source);
     EXPECT_EQ(DatBytes(again), dat) << source;
@@ -273,8 +184,7 @@ TEST(ModelRoundTrip, EveryByteOfEveryRecordComesBack)
 
 TEST(ModelRoundTrip, EmptyTablesComeBack)
 {
-    const uint16_t counts[8] = {};
-    const auto [dat, cfg] = FilledModel(counts, 0, 0, 0, [] { return uint8_t{0}; });
+    const auto [dat, cfg] = FilledModel({}, 0, 0, 0, [] { return uint8_t{0}; });
     ExpectRoundTrip(dat, cfg);
 }
 
@@ -293,24 +203,22 @@ TEST(ModelFiles, ACutFileIsAnErrorThatNamesThePart)
 {
     const kvm::ModelFiles model = Parsed(TINY_MODEL);
     const kvm::Bytes dat = DatBytes(model), cfg = CfgBytes(model);
-    for (size_t cb = 0; cb < dat.size() + cfg.size(); ++cb) {
-        const bool bDat = cb < dat.size();
-        const std::span<const uint8_t> datPart(dat.data(), bDat ? cb : dat.size());
-        const std::span<const uint8_t> cfgPart(cfg.data(), bDat ? cfg.size() : cb - dat.size());
-        // Copies of exact size, so that a read past the end is seen.
-        const kvm::Bytes cutDat(datPart.begin(), datPart.end());
-        const kvm::Bytes cutCfg(cfgPart.begin(), cfgPart.end());
+    const auto told = [](const kvm::Bytes &datPart, const kvm::Bytes &cfgPart) {
         kvm::ModelFiles cut;
-        kvm::Problems problems;
-        EXPECT_FALSE(kvm::ReadModel(cutDat, cutCfg, cut, problems)) << cb;
-        ASSERT_EQ(problems.size(), 1u) << cb;
-        EXPECT_NE(problems[0].text.find("cut short"), std::string::npos);
+        kvm::Problems ofDat, ofCfg;
+        EXPECT_FALSE(kvm::ReadModel(datPart, cfgPart, cut, ofDat, ofCfg));
+        return std::pair(Told(ofDat), Told(ofCfg));
+    };
+    // Copies of exact size, so that a read past the end is seen.
+    for (size_t cb = 0; cb < dat.size(); ++cb) {
+        const auto &[ofDat, ofCfg] = told(kvm::Bytes(dat.data(), dat.data() + cb), cfg);
+        EXPECT_TRUE(ofDat.find("cut short") != ofDat.npos && ofCfg.empty()) << cb;
     }
-    kvm::Problems problems;
-    kvm::ModelFiles cut;
-    const kvm::Bytes inMedia(dat.begin(), dat.begin() + MEDIA + 3);
-    EXPECT_FALSE(kvm::ReadModel(inMedia, cfg, cut, problems));
-    EXPECT_EQ(Told(problems),
+    for (size_t cb = 0; cb < cfg.size(); ++cb) {
+        const auto &[ofDat, ofCfg] = told(dat, kvm::Bytes(cfg.data(), cfg.data() + cb));
+        EXPECT_TRUE(ofDat.empty() && ofCfg.find("cut short") != ofCfg.npos) << cb;
+    }
+    EXPECT_EQ(told(kvm::Bytes(dat.data(), dat.data() + MEDIA + 3), cfg).first,
               "m.toml: media table: cut short: 4 bytes wanted from offset 128, the file has 131\n");
 }
 
@@ -331,20 +239,12 @@ TEST(SampleModels, LargeOneUsesEveryCode)
     }
     for (const ResolutionRecord &resolution : model.resolutions)
         states.insert(resolution.wRes3);
-    const auto upTo = [](int last) {
-        std::set<int> all;
-        for (int i = 0; i <= last; ++i)
-            all.insert(i);
-        return all;
-    };
-    EXPECT_EQ(hs, upTo(4));
-    EXPECT_EQ(mw, upTo(4));
-    EXPECT_EQ(option, upTo(6));
-    EXPECT_EQ(mirror, upTo(2));
-    EXPECT_EQ(fd, upTo(2));
-    EXPECT_EQ(areas, upTo(4));
-    EXPECT_EQ(collate, upTo(4));
-    EXPECT_EQ(states, upTo(1));
+    for (const auto &codes : {hs, mw, areas, collate})
+        EXPECT_THAT(codes, ElementsAre(0, 1, 2, 3, 4));
+    EXPECT_THAT(option, ElementsAre(0, 1, 2, 3, 4, 5, 6));
+    for (const auto &codes : {mirror, fd})
+        EXPECT_THAT(codes, ElementsAre(0, 1, 2));
+    EXPECT_THAT(states, ElementsAre(0, 1));
 }
 
 } // namespace

@@ -69,6 +69,11 @@ TEST_F(Command, ABadSourceWritesNothingAndSaysWhere)
     EXPECT_EQ(Run("compile bad.toml -o made"), 1);
     EXPECT_EQ(Read("err"), "bad.toml:58: printer.max_copies: is 0; must be 1 to 99\n");
     EXPECT_FALSE(fs::exists(folder / "made"));
+    Write("m.toml", TINY_MODEL);
+    fs::create_directories(folder / "m.cfg.new" / "in the way");
+    EXPECT_EQ(Run("compile m.toml -o ."), 1);
+    EXPECT_EQ(Read("err"), "./m.cfg: cannot be written\n");
+    EXPECT_FALSE(fs::exists(folder / "m.dat")) << "one of the two";
     Write("table.toml", "[[section]]\nlanguage = 9\n");
     EXPECT_EQ(Run("table table.toml -o kv_model.dat"), 1);
     EXPECT_TRUE(Read("err").starts_with("table.toml:1: section: ")) << Read("err");
@@ -81,13 +86,17 @@ TEST_F(Command, FilesThatCannotBeHadAreErrors)
     Write("short.dat", "short");
     for (const char *arguments :
          {"compile none.toml -o .", "compile . -o .", "compile m.toml -o m.toml",
-          "print none.dat none.cfg", "print short.dat short.dat", "print-table short.dat",
+          "print none.dat none.cfg", "print short.dat none.cfg", "print-table short.dat",
           "table none.toml -o t.dat"}) {
         SCOPED_TRACE(arguments);
         EXPECT_EQ(Run(arguments), 1);
         EXPECT_FALSE(Read("err").empty());
         EXPECT_EQ(Read("out"), "");
     }
+    ASSERT_EQ(Run("compile m.toml -o ."), 0);
+    EXPECT_EQ(Run("print m.dat short.dat"), 1);
+    EXPECT_EQ(Read("err"), "short.dat: header of the .cfg: cut short: 10 bytes wanted from offset "
+                           "0, the file has 5\n");
 }
 
 TEST_F(Command, WrongUsageIsStatus2)

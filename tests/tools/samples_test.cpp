@@ -70,8 +70,8 @@ class Samples : public MachineTest
     {
         const std::string base = sample.data;
         kvm::Problems problems;
-        ASSERT_TRUE(
-            kvm::ReadModel(FileBytes(base + ".dat"), FileBytes(base + ".cfg"), model, problems));
+        ASSERT_TRUE(kvm::ReadModel(FileBytes(base + ".dat"), FileBytes(base + ".cfg"), model,
+                                   problems, problems));
     }
 };
 

@@ -58,7 +58,11 @@ class MWTest : public ModelTest
 
 TEST(MWRow, TheMostParticularSearchThatFindsOneDecides)
 {
-    static const struct {
+    // One for anything, and one that is chosen before it when these values answer the flags.
+    const auto byFlags = [](int32_t data2, int32_t data3) {
+        return std::vector<MWRecord>{Row(ANY, ANY, ANY, 77, 77), Row(ANY, ANY, ANY, data2, data3)};
+    };
+    const struct {
         const char *why;
         std::vector<MWRecord> rows;
         MWKey key;
@@ -72,52 +76,20 @@ TEST(MWRow, TheMostParticularSearchThatFindsOneDecides)
         {"another ink", {Row(ANY, 10, 0)}, Key(), -1},
         {"a source row must be for any ink", {Row(7, ANY, 1)}, Key(), -1},
         {"an ink of 16 bits has a sign", {Row(ANY, 10, -1)}, Key(0, 7, -1), 0},
+        {"sources are 16 bits: unsigned in the file", {Row(0x8001, ANY, ANY)}, Key(0, -32767), 0},
+        {"signed in the file", {Row(-32767, ANY, ANY)}, Key(0, 0x8001), 0},
+        {"more than 16 bits in the file", {Row(0x10007, ANY, ANY)}, Key(), -1},
+        {"the second option's value may exceed", byFlags(0, 7), Key(0), 1},
+        {"but not be negative", byFlags(0, -1), Key(0), 0},
+        {"or below an option that is on", byFlags(0, 1), Key(2), 0},
+        {"MW on, row off", byFlags(0, 2), Key(1), 0},
+        {"MW off, row on", byFlags(1, 0), Key(0), 0},
+        {"both on", byFlags(1, 2), Key(3), 1},
+        {"other options are nothing here", byFlags(0, 0), Key(0xFFFC), 1},
     };
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.why);
         EXPECT_EQ(Chosen(row.rows, row.key), row.nRow);
-    }
-}
-
-TEST(MWRow, FlagsAreMatchedByTheDataTheyGive)
-{
-    static const struct {
-        const char *why;
-        WORD wFlags;
-        int32_t data2, data3;
-        bool bByFlags;
-    } aRows[] = {
-        {"the second may exceed", 0, 0, 7, true},
-        {"but not be negative", 0, 0, -1, false},
-        {"first on, row off", 1, 0, 2, false},
-        {"first off, row on", 0, 1, 0, false},
-        {"second on, row below", 2, 0, 1, false},
-        {"other options are nothing here", 0xFFFC, 0, 0, true},
-    };
-    for (const auto &row : aRows) {
-        SCOPED_TRACE(row.why);
-        const std::vector<MWRecord> rows = {Row(ANY, ANY, ANY, 77, 77),
-                                            Row(ANY, ANY, ANY, row.data2, row.data3)};
-        EXPECT_EQ(Chosen(rows, Key(row.wFlags)), row.bByFlags ? 1 : 0);
-    }
-}
-
-TEST(MWRow, SourcesAreComparedAs16Bits)
-{
-    static const struct {
-        const char *why;
-        int32_t lRow;
-        LONG lSource;
-        bool bFits;
-    } aRows[] = {
-        {"unsigned in the file, signed in the record", 0x8001, -32767, true},
-        {"signed in both", -32767, -32767, true},
-        {"given unsigned", -32767, 0x8001, true},
-        {"more than 16 bits in the file", 0x10007, 7, false},
-    };
-    for (const auto &row : aRows) {
-        SCOPED_TRACE(row.why);
-        EXPECT_EQ(Chosen({Row(row.lRow, ANY, ANY)}, Key(0, row.lSource)), row.bFits ? 0 : -1);
     }
 }
 

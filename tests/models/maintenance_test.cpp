@@ -3,24 +3,21 @@
 #include <gmock/gmock.h>
 
 #include "base/handles.h"
-#include "base/modeltable.h"
 #include "resources/text_ids.h"
 #include "tests/models/delivered.h"
 
-using testing::HasSubstr;
+using testing::StartsWith;
 
 using UtilityProc = void(WINAPI *)(LPCSTR lpPrinter, LPCSTR lpModel, DWORD, DWORD);
 
-static constexpr struct {
-    UINT idEntry;
-    const char *title; // what the page calls the function that must be run
-} aFunctions[] = {
+// What the page calls the functions, by the number of the text that has their name.
+static constexpr std::pair<UINT, const char *> aFunctions[] = {
     {ENTRY_ALIGNMENT, "Print Head Alignment"},
     {ENTRY_NOZZLE, "Nozzle Check"},
     {ENTRY_CLEANING, "Head Cleaning"},
 };
 
-// What the library is to hand back to a person: the printer's name in the user's own code page.
+// The printer's name comes in the user's own code page.
 static constexpr struct {
     LANGID wLang;
     UINT uCodePage;
@@ -39,8 +36,24 @@ class Maintenance : public DeliveredTest
         const std::string path = std::string(DRIVER_DIR) + Get_UIRcName(model) + ".DLL";
         const LibraryPtr ui(LoadLibraryA(path.c_str()));
         char szName[256] = "";
-        EXPECT_GT(LoadStringA(ui.get(), idEntry, szName, sizeof szName), 0);
+        LoadStringA(ui.get(), idEntry, szName, sizeof szName);
         return reinterpret_cast<UtilityProc>(GetProcAddress(hLibrary, szName));
+    }
+    void RunAll(const char *model, const char *printer, const std::string &shown)
+    {
+        const LibraryPtr library(LoadLibraryA((std::string(Get_UtilName(model)) + ".dll").c_str()));
+        for (const auto &[idEntry, title] : aFunctions) {
+            SCOPED_TRACE(std::string(title) + " of " + model);
+            const UtilityProc proc = Function(library.get(), model, idEntry);
+            ASSERT_NE(proc, nullptr);
+            aBoxes.clear();
+            proc(printer, model, 0, 0);
+            ASSERT_EQ(aBoxes.size(), 1u);
+            EXPECT_EQ(aBoxes[0].strCaption, title);
+            EXPECT_EQ(aBoxes[0].uType, MB_OK | MB_ICONINFORMATION);
+            EXPECT_THAT(aBoxes[0].strText,
+                        StartsWith("Printer: " + shown + "\nModel: " + model + "\n\n"));
+        }
     }
 };
 
@@ -48,23 +61,8 @@ TEST_F(Maintenance, EachFunctionSaysWhatItWouldDoWithWhichPrinter)
 {
     for (const auto &user : aUsers) {
         Speak(user.wLang, user.uCodePage);
-        for (const char *model : aModels) {
-            const LibraryPtr library(
-                LoadLibraryA((std::string(Get_UtilName(model)) + ".dll").c_str()));
-            ASSERT_TRUE(library) << Get_UtilName(model);
-            for (const auto &function : aFunctions) {
-                SCOPED_TRACE(std::string(function.title) + " of " + model);
-                const UtilityProc proc = Function(library.get(), model, function.idEntry);
-                ASSERT_NE(proc, nullptr);
-                aBoxes.clear();
-                proc(user.printer, model, 0, 0);
-                ASSERT_EQ(aBoxes.size(), 1u);
-                EXPECT_EQ(aBoxes[0].strCaption, function.title);
-                EXPECT_EQ(aBoxes[0].uType, MB_OK | MB_ICONINFORMATION);
-                EXPECT_THAT(aBoxes[0].strText, HasSubstr("Printer: " + std::string(user.shown) +
-                                                         "\nModel: " + model + "\n"));
-            }
-        }
+        for (const char *model : aModels)
+            RunAll(model, user.printer, user.shown);
     }
     EXPECT_EQ(kvp::CurrentlyHeld().nLibraries, 0u);
 }

@@ -11,7 +11,6 @@
 #include "tools/kvmodel/model.h"
 
 struct Change {
-    const char *why;
     const char *from, *to;
     const char *key;
     const char *text; // a part of what is said
@@ -40,7 +39,7 @@ inline void ExpectTold(const std::string &good, std::span<const Change> changes,
                        std::vector<std::string> (*problemsOf)(const std::string &))
 {
     for (const Change &change : changes) {
-        SCOPED_TRACE(change.why);
+        SCOPED_TRACE(std::string(change.from) + " -> " + change.to);
         std::string source = good;
         const size_t at = source.find(change.from);
         ASSERT_NE(at, source.npos);

@@ -34,7 +34,7 @@ TEST_F(ModelTest, MemoryThatRunsOutLeavesNothingOpen)
     const OpenQueue queue("Office", "KORVA One");
     model.AddUserPaper("Card", 850, 550, 2, 1);
     Install();
-    InstallNames();
+    InstallNames(KV_TEST_NAMES_LIBRARY);
     std::vector<WCHAR> names(64 * 8);
     const std::function<void()> aActs[] = {
         [&] { Get_DATFile(&dm); },

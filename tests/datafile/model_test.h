@@ -67,10 +67,10 @@ class ModelTest : public MachineTest
     }
 
     void Install() { model.Install("KV1"); }
-    // The names of this model's papers and sources; queries want a printer for them.
-    static void InstallNames()
+    // The library with the names of this model's papers and sources.
+    static void InstallNames(const char *lpLibrary)
     {
-        std::ifstream file(KV_TEST_NAMES_LIBRARY, std::ios::binary);
+        std::ifstream file(lpLibrary, std::ios::binary);
         const Bytes bytes((std::istreambuf_iterator<char>(file)), {});
         ASSERT_FALSE(bytes.empty());
         kvp::PutMemoryFile(DRIVER_DIR + std::string("KVUI.DLL"), bytes);

@@ -213,7 +213,7 @@ class NamesTest : public QueriesTest
     void SetUp() override
     {
         QueriesTest::SetUp();
-        InstallNames();
+        InstallNames(KV_TEST_NAMES_LIBRARY);
     }
     // The names in the slots of a filled array; behind the last slot nothing may be written.
     template <int CHARS>

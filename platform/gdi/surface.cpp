@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <vector>
 
 namespace kvp
 {
@@ -72,23 +73,35 @@ void InvertPixel(Surface &to, const RECT &clip, int x, int y)
         to.Row(y)[x] ^= 0xFFFFFF;
 }
 
-// The source's pixel for each target pixel is the nearest one; outside the source nothing is
-// drawn.
+// For each pixel of a part of the target's extent the nearest one of the source's, -1 outside of
+// what there is.
+static std::vector<int> NearestOf(LONG first, LONG end, LONG target, int targetSize, LONG source,
+                                  int sourceSize, int there)
+{
+    std::vector<int> nearest;
+    nearest.reserve(static_cast<size_t>(std::max<LONG>(end - first, 0)));
+    for (LONG at = first; at < end; ++at) {
+        const int64_t from = source + static_cast<int64_t>(at - target) * sourceSize / targetSize;
+        nearest.push_back(from >= 0 && from < there ? static_cast<int>(from) : -1);
+    }
+    return nearest;
+}
+
 static void StretchPixels(Surface &to, const RECT &part, const RECT &target, Surface &from,
                           const RECT &source)
 {
-    for (int y = part.top; y < part.bottom; ++y) {
-        const int64_t sy =
-            source.top + static_cast<int64_t>(y - target.top) * Height(source) / Height(target);
-        if (sy < 0 || sy >= from.height)
+    const std::vector<int> columns = NearestOf(part.left, part.right, target.left, Width(target),
+                                               source.left, Width(source), from.width);
+    const std::vector<int> rows = NearestOf(part.top, part.bottom, target.top, Height(target),
+                                            source.top, Height(source), from.height);
+    for (size_t y = 0; y < rows.size(); ++y) {
+        if (rows[y] < 0)
             continue;
-        const uint32_t *row = from.Row(static_cast<int>(sy));
-        for (int x = part.left; x < part.right; ++x) {
-            const int64_t sx =
-                source.left + static_cast<int64_t>(x - target.left) * Width(source) / Width(target);
-            if (sx >= 0 && sx < from.width)
-                to.Row(y)[x] = row[sx];
-        }
+        const uint32_t *row = from.Row(rows[y]);
+        uint32_t *pixel = to.Row(part.top + static_cast<int>(y)) + part.left;
+        for (size_t x = 0; x < columns.size(); ++x)
+            if (columns[x] >= 0)
+                pixel[x] = row[columns[x]];
     }
 }
 

@@ -36,8 +36,13 @@ static constexpr char FONT_CONFIGURATION[] = R"(<?xml version="1.0"?>
     <acceptfont>
       <glob>*/DejaVuSansCondensed*</glob>
       <glob>*/NotoSansCJK-*</glob>
+      <pattern><patelt name="family"><string>DejaVu Sans</string></patelt></pattern>
+      <pattern><patelt name="family"><string>Noto Sans CJK JP</string></patelt></pattern>
     </acceptfont>
-    <rejectfont><glob>*</glob></rejectfont>
+    <rejectfont>
+      <glob>*</glob>
+      <pattern><patelt name="scalable"><bool>true</bool></patelt></pattern>
+    </rejectfont>
   </selectfont>
   <match target="font">
     <edit name="antialias" mode="assign"><bool>true</bool></edit>
@@ -271,11 +276,11 @@ int TextOffset(std::u16string_view text, size_t index)
 
 size_t TextIndexAt(std::u16string_view text, int x)
 {
-    size_t best = 0;
-    for (size_t i = 1; i <= text.size(); ++i)
-        if (std::abs(TextOffset(text, i) - x) < std::abs(TextOffset(text, best) - x))
-            best = i;
-    return best;
+    const std::string utf8 = ToUtf8(text);
+    int byte = 0, behind = 0;
+    pango_layout_xy_to_index(Layout(utf8, 0, 0), x * PANGO_SCALE, 0, &byte, &behind);
+    const std::string_view before(utf8.data(), static_cast<size_t>(byte));
+    return std::min(text.size(), ToWide(before).size() + static_cast<size_t>(behind));
 }
 
 } // namespace kvp

@@ -95,11 +95,12 @@ class OwnerButton final : public Button
     using Button::Button;
     const char *Kind() const override { return "ownerdraw"; }
     void Paint(HDC hdc) override;
-    void FocusChanged(bool has) override;
+    void FocusChanged(bool) override { DrawNow(ODA_FOCUS); }
 
   private:
-    void HeldChanged() override;
-    void DrawNow(HDC hdc, UINT action);
+    void HeldChanged() override { DrawNow(ODA_SELECT); }
+    void Draw(HDC hdc, UINT action);
+    void DrawNow(UINT action);
 };
 
 } // namespace kvp

@@ -74,6 +74,7 @@ void ComboBox::Open()
     if (!list)
         list = std::make_unique<DropList>(*this);
     dropped = true;
+    decided = false;
     selectionAtOpening = highlighted = selection;
     list->Place();
     list->Show(true);
@@ -96,17 +97,23 @@ void ComboBox::Close()
     Notify(CBN_CLOSEUP);
 }
 
+// Who hears of a choice may disable the list or open a window; it closes at once then, and the
+// choice stays.
 void ComboBox::CloseWithout()
 {
     if (!dropped)
         return;
-    Message(CB_SETCURSEL, static_cast<WPARAM>(selectionAtOpening), 0);
-    Notify(CBN_SELENDCANCEL);
+    if (!decided) {
+        decided = true;
+        Message(CB_SETCURSEL, static_cast<WPARAM>(selectionAtOpening), 0);
+        Notify(CBN_SELENDCANCEL);
+    }
     Close();
 }
 
 void ComboBox::Choose(int index)
 {
+    decided = true;
     Message(CB_SETCURSEL, static_cast<WPARAM>(index), 0);
     Notify(CBN_SELENDOK);
     Close();

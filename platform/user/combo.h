@@ -66,6 +66,7 @@ class ComboBox final : public Window
 
     std::unique_ptr<DropList> list;
     int selectionAtOpening = -1;
+    bool decided = false; // with what the open list closes has been told
 };
 
 } // namespace kvp

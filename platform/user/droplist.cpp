@@ -24,12 +24,14 @@ int DropList::ItemHeight() const
 
 void DropList::Place()
 {
-    const int wanted = std::min(combo.items.Count(), (combo.listHeight - 2) / combo.itemHeight);
+    const int most = (std::min(combo.listHeight, SCREEN_HEIGHT) - 2) / combo.itemHeight;
+    const int wanted = std::min(combo.items.Count(), most);
     const int height = std::max(1, wanted) * combo.itemHeight + 2;
     const RECT field = combo.OnScreen();
+    const int right = std::min<int>(field.right, field.left + SCREEN_WIDTH);
     const int below = field.bottom - 1, above = field.top + 1 - height;
     const int top = below + height > SCREEN_HEIGHT && above >= 0 ? above : below;
-    Move({field.left, top, field.right, top + height});
+    Move({field.left, top, right, top + height});
     LetGo();
     KeepFilled();
     ScrollTo(combo.highlighted);

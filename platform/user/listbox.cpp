@@ -116,7 +116,7 @@ void ListBox::DrawItem(HDC hdc, int index, UINT action)
 
 void ListBox::DrawNow(int index, UINT action)
 {
-    if (index < Uppermost() || index >= ItemsEnd())
+    if (index < Uppermost() || index >= ItemsEnd() || !IsShown())
         return;
     HDC hdc = WindowDc(*this, Shrunk(Client(), 1));
     SetBkColor(hdc, AskColors(*this, hdc, WM_CTLCOLORLISTBOX));

@@ -6,7 +6,7 @@
 namespace kvp
 {
 
-void OwnerButton::DrawNow(HDC hdc, UINT action)
+void OwnerButton::Draw(HDC hdc, UINT action)
 {
     AskColors(*this, hdc, WM_CTLCOLORBTN);
     SendDrawItem(*this, {.CtlType = ODT_BUTTON,
@@ -23,20 +23,15 @@ void OwnerButton::DrawNow(HDC hdc, UINT action)
 
 void OwnerButton::Paint(HDC hdc)
 {
-    DrawNow(hdc, ODA_DRAWENTIRE);
+    Draw(hdc, ODA_DRAWENTIRE);
 }
 
-void OwnerButton::FocusChanged(bool)
+void OwnerButton::DrawNow(UINT action)
 {
+    if (!IsShown())
+        return;
     HDC hdc = GetDC(Handle());
-    DrawNow(hdc, ODA_FOCUS);
-    ReleaseDC(Handle(), hdc);
-}
-
-void OwnerButton::HeldChanged()
-{
-    HDC hdc = GetDC(Handle());
-    DrawNow(hdc, ODA_SELECT);
+    Draw(hdc, action);
     ReleaseDC(Handle(), hdc);
 }
 

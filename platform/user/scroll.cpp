@@ -88,8 +88,9 @@ RECT ScrolledList::Thumb(int uppermost) const
     const RECT bar = Bar();
     const int track = Height(bar) - 2 * SCROLL_WIDTH;
     const int height = std::max(8, track * ItemsShown() / std::max(Count(), 1));
+    const int most = std::max(Count() - ItemsShown(), 1);
     const int top =
-        bar.top + SCROLL_WIDTH + (track - height) * uppermost / std::max(Count() - ItemsShown(), 1);
+        bar.top + SCROLL_WIDTH + (track - height) * std::clamp(uppermost, 0, most) / most;
     return {bar.left, top, bar.right, top + height};
 }
 

@@ -35,7 +35,7 @@ RECT Trackbar::Thumb() const
 
 void Trackbar::Set(int to)
 {
-    to = std::clamp(to, least, std::max(least, most));
+    to = std::clamp(to, least, most);
     if (to == position)
         return;
     position = to;
@@ -50,7 +50,7 @@ LRESULT Trackbar::Message(UINT msg, WPARAM wParam, LPARAM lParam)
     case TBM_SETPOS: Set(value); return 0;
     case TBM_SETRANGE:
         least = static_cast<SHORT>(LOWORD(static_cast<ULONG_PTR>(lParam)));
-        most = static_cast<SHORT>(HIWORD(static_cast<ULONG_PTR>(lParam)));
+        most = std::max<int>(least, static_cast<SHORT>(HIWORD(static_cast<ULONG_PTR>(lParam))));
         Set(position);
         Invalidate();
         return 0;

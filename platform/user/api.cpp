@@ -50,9 +50,11 @@ BOOL SetDlgItemTextA(HWND hDlg, int nIDDlgItem, LPCSTR lpString)
 // The longest beginning of the text that fits, in whole characters.
 static std::string CutToBytes(const std::u16string &text, size_t most)
 {
-    std::string ansi = WideToAnsi(text);
-    for (size_t length = text.size(); ansi.size() > most; --length)
-        ansi = WideToAnsi(std::u16string_view(text).substr(0, length - 1));
+    // No character takes less than a byte, and none more than two units.
+    size_t length = std::min(text.size(), 2 * most);
+    std::string ansi = WideToAnsi(std::u16string_view(text).substr(0, length));
+    while (ansi.size() > most)
+        ansi = WideToAnsi(std::u16string_view(text).substr(0, --length));
     return ansi;
 }
 

@@ -1,7 +1,6 @@
 // Windows and controls as JSON: what a person sees of them.
 #include <nlohmann/json.hpp>
 
-#include "platform/display/display.h"
 #include "platform/host.h"
 #include "platform/user/button.h"
 #include "platform/user/combo.h"
@@ -105,6 +104,6 @@ Json DescribeTop()
 
 std::string kvp::DescribeTopWindow()
 {
-    Screenshot(); // what was drawn last is part of it
+    PaintInvalid(); // what was drawn last is part of it
     return DescribeTop().dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
 }

@@ -11,7 +11,8 @@
 namespace kvp
 {
 
-static RECT Inside(const RECT &where, bool framed)
+// The window whose client area is as large as this.
+static RECT Around(const RECT &where, bool framed)
 {
     return framed ? RECT{where.left, where.top, where.right + 2 * FRAME_SIDE,
                          where.bottom + FRAME_TOP + FRAME_SIDE}
@@ -27,7 +28,7 @@ static bool HasFrame(const Window *parent, const DialogTemplate &shape)
 Dialog::Dialog(Window *dialogParent, const DialogTemplate &shape, int templateId, const RECT &where,
                DLGPROC dialogProcedure)
     : Window(dialogParent, shape.style & ~(WS_VISIBLE | STYLE_DISABLED), templateId,
-             Inside(where, HasFrame(dialogParent, shape))),
+             Around(where, HasFrame(dialogParent, shape))),
       procedure(dialogProcedure)
 {
     framed = HasFrame(parent, shape);
@@ -78,7 +79,7 @@ void Dialog::Erase(HDC hdc)
             child->picture = 0;
 }
 
-bool Dialog::Start(const DialogTemplate &shape, LPARAM parameter)
+void Dialog::Start(const DialogTemplate &shape, LPARAM parameter)
 {
     for (const TemplateItem &item : shape.items) {
         Window *control = MakeControl(*this, item.className, item.style, item.id,
@@ -87,8 +88,7 @@ bool Dialog::Start(const DialogTemplate &shape, LPARAM parameter)
             shown->Load(shape.module, item.number);
     }
     Window *first = FirstTabStop(*this);
-    return Message(WM_INITDIALOG, reinterpret_cast<WPARAM>(first ? first->Handle() : nullptr),
-                   parameter) != FALSE;
+    Message(WM_INITDIALOG, reinterpret_cast<WPARAM>(first ? first->Handle() : nullptr), parameter);
 }
 
 Window *Dialog::DefaultButton() const
@@ -136,19 +136,14 @@ Dialog *ShownDialog(Window &top)
 
 static INT_PTR Run(Dialog &dialog, const DialogTemplate &shape, LPARAM parameter)
 {
-    const bool focusFirst = dialog.Start(shape, parameter);
+    dialog.Start(shape, parameter);
     if (dialog.closed)
         return dialog.result;
     NoteWindow(dialog, "opened");
     dialog.Show(true);
-    Window *chosen = FocusWindow() && FocusWindow()->Top() == &dialog ? FocusWindow() : nullptr;
     Activate(&dialog);
-    if (Window *first = FirstTabStop(dialog); first && (focusFirst || !chosen)) {
-        FocusOn(first);
-        first->TabbedInto();
-    } else if (chosen) {
-        FocusOn(chosen);
-    }
+    if (Window *first = FirstTabStop(dialog))
+        TabInto(*first);
     RunModal(dialog);
     NoteWindow(dialog, "closed");
     return dialog.result;
@@ -165,11 +160,11 @@ INT_PTR DialogBoxParamA(HINSTANCE hInstance, LPCSTR lpTemplateName, HWND hWndPar
     if (!shape)
         return -1;
     Window *owner = Window::Of(hWndParent);
-    const RECT size = PixelsOf(0, 0, shape->cx, shape->cy);
-    const RECT where = PlaceOver(owner, size.right + 2 * FRAME_SIDE, size.bottom + FRAME_TOP);
+    const RECT client = PixelsOf(0, 0, shape->cx, shape->cy);
+    const RECT whole = Around(client, HasFrame(nullptr, *shape));
+    const RECT place = PlaceOver(owner, Width(whole), Height(whole));
     Dialog dialog(nullptr, *shape, static_cast<int>(reinterpret_cast<ULONG_PTR>(lpTemplateName)),
-                  {where.left, where.top, where.left + size.right, where.top + size.bottom},
-                  lpDialogFunc);
+                  Moved(client, place.left, place.top), lpDialogFunc);
     const OwnerLock lock(dialog, owner);
     return Run(dialog, *shape, dwInitParam);
 }

@@ -25,9 +25,8 @@ class Dialog : public Window
     void PressDefault() override;
     void PressCancel() override;
 
-    // Makes the template's controls, then sends WM_INITDIALOG. True: the first tab stop is to get
-    // the focus.
-    bool Start(const DialogTemplate &shape, LPARAM parameter);
+    // Makes the template's controls, then sends WM_INITDIALOG.
+    void Start(const DialogTemplate &shape, LPARAM parameter);
     // The button that Enter presses while no push button has the focus.
     Window *DefaultButton() const;
 

@@ -1,7 +1,9 @@
 // One input of the person carried out: which window it is for, and what happens to the focus, the
 // mouse and an open list before that window gets it.
 #include <algorithm>
+#include <utility>
 
+#include "platform/user/button.h"
 #include "platform/user/dialog.h"
 #include "platform/user/help.h"
 #include "platform/user/window.h"
@@ -154,9 +156,14 @@ static void OnWheel(POINT at, int notches)
         WindowAt(at)->MouseWheel(notches);
 }
 
+// Space has pressed a button: the character that comes with the key is not for the window that this
+// may have opened.
+static bool spaceDone;
+
 static void OnKey(const Key &key)
 {
     Window *window = FocusWindow();
+    spaceDone = key.code == KeyCode::Space && dynamic_cast<Button *>(window);
     if (window && window->KeyDown(key))
         return;
     if (Window *top = ActiveWindow(); top && !top->KeyDown(key))
@@ -165,6 +172,8 @@ static void OnKey(const Key &key)
 
 static void OnCharacter(char32_t character)
 {
+    if (std::exchange(spaceDone, false) && character == U' ')
+        return;
     Window *window = FocusWindow();
     if (!window || !window->Typed(character))
         DialogLetter(character);
@@ -172,7 +181,7 @@ static void OnCharacter(char32_t character)
 
 static void OnHeld()
 {
-    if (Window *window = CaptureWindow())
+    if (Window *window = CaptureWindow(); window && window->IsUsable())
         window->MouseHeld();
 }
 

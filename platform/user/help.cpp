@@ -34,10 +34,12 @@ class HelpWindow final : public Window
     const char *Kind() const override { return "help"; }
     void Paint(HDC hdc) override;
     bool KeyDown(const Key &key) override;
+    void MouseWheel(int notches) override { Scroll(-3 * STEP * notches); }
     void PressCancel() override { closed = true; }
     void Turn(Topic to, int context);
 
   private:
+    void Scroll(int by);
     Topic topic;
     int scrolled = 0;
 };
@@ -84,15 +86,10 @@ void CloseHelpIfAsked()
     NoteReturn(next);
 }
 
-// Beside the window that asked, as far as the screen goes.
+// In the screen's corner, where it covers least of the window that asked.
 static RECT HelpPlace()
 {
-    const Window *asking = ActiveWindow();
-    const RECT over = asking ? asking->rc : RECT{};
-    RECT place = PlaceOver(nullptr, HELP_WIDTH, HELP_HEIGHT);
-    if (over.right > 0)
-        place = {SCREEN_WIDTH - HELP_WIDTH - 8, 8, SCREEN_WIDTH - 8, 8 + HELP_HEIGHT};
-    return place;
+    return {SCREEN_WIDTH - HELP_WIDTH - 8, 8, SCREEN_WIDTH - 8, 8 + HELP_HEIGHT};
 }
 
 HelpWindow::HelpWindow(Topic shown, int context) : Window(nullptr, 0, context, HelpPlace())
@@ -125,27 +122,29 @@ void HelpWindow::Paint(HDC hdc)
     DrawTextIn(hdc, {MARGIN, y, MARGIN + width, y + body.y}, topic.text, TEXT_WRAP, DARK);
 }
 
-bool HelpWindow::KeyDown(const Key &key)
+void HelpWindow::Scroll(int by)
 {
     const RECT client = Client();
     const int length = TextSize(topic.text, 0, client.right - 2 * MARGIN).y + 3 * MARGIN;
     const int most = std::max(0, length + LINE_HEIGHT - static_cast<int>(client.bottom));
-    int by = 0;
+    scrolled = std::clamp(scrolled + by, 0, most);
+    Invalidate();
+}
+
+bool HelpWindow::KeyDown(const Key &key)
+{
+    const int page = Client().bottom;
     switch (key.code) {
-    case KeyCode::Up: by = -STEP; break;
-    case KeyCode::Down: by = STEP; break;
-    case KeyCode::PageUp: by = -client.bottom; break;
-    case KeyCode::PageDown: by = client.bottom; break;
+    case KeyCode::Up: Scroll(-STEP); return true;
+    case KeyCode::Down: Scroll(STEP); return true;
+    case KeyCode::PageUp: Scroll(-page); return true;
+    case KeyCode::PageDown: Scroll(page); return true;
     case KeyCode::Enter: closed = true; return true;
     default: return false;
     }
-    scrolled = std::clamp(scrolled + by, 0, most);
-    Invalidate();
-    return true;
 }
 
-// ---- topics
-// ---------------------------------------------------------------------------------------
+// ---- topics -------------------------------------------------------------------------------------
 
 // "# 256 Main page": the number, and the title behind it.
 static bool IsHeading(std::string_view line, DWORD &number, std::string_view &title)

@@ -86,6 +86,12 @@ Window *TabStopAfter(Window &control, bool backwards)
     return nullptr;
 }
 
+void TabInto(Window &control)
+{
+    FocusOn(&control);
+    control.TabbedInto();
+}
+
 // Where the keyboard is, also after the control there was disabled.
 static Window *Here(Window &top)
 {
@@ -97,10 +103,8 @@ static bool OnTab(Window &top, bool backwards)
 {
     Window *here = Here(top);
     Window *next = here ? TabStopAfter(*here, backwards) : FirstTabStop(top);
-    if (next) {
-        FocusOn(next);
-        next->TabbedInto();
-    }
+    if (next)
+        TabInto(*next);
     return true;
 }
 

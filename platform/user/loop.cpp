@@ -25,19 +25,16 @@ OwnerLock::~OwnerLock()
 {
     modal.visible = false;
     Window *owner = modal.owner;
-    if (!owner) {
-        Forget(&modal);
+    if (owner) {
+        owner->enabled = ownerEnabled;
+        owner->Invalidate();
+    }
+    const bool goesOn = owner && owner->visible;
+    Activate(goesOn ? owner : nullptr);
+    if (goesOn)
+        NoteReturn(*owner);
+    else
         CloseHelpIfAsked();
-        return;
-    }
-    owner->enabled = ownerEnabled;
-    owner->Invalidate();
-    if (!owner->visible) {
-        Forget(&modal);
-        return;
-    }
-    Activate(owner);
-    NoteReturn(*owner);
 }
 
 RECT PlaceOver(Window *owner, int width, int height)

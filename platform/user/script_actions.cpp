@@ -208,6 +208,7 @@ static void DoChoose(const Words &words)
 {
     Window &control = FindUsable(words);
     if (auto *list = dynamic_cast<ListBox *>(&control)) {
+        CloseOtherList(nullptr);
         ChooseInListBox(*list, words);
         return;
     }
@@ -216,8 +217,7 @@ static void DoChoose(const Words &words)
     QueueStep(ChooseOpenStep, words);
 }
 
-// ---- text, keys, focus
-// ---------------------------------------------------------------------------
+// ---- text, keys, focus --------------------------------------------------------------------------
 
 static void TypeStep(const Words &words)
 {
@@ -241,8 +241,7 @@ static void FocusStep(const Words &words)
     Window &control = FindUsable(words);
     if (!control.TakesFocus())
         Refuse(fmt::format("control {} takes no focus", control.id));
-    FocusOn(&control);
-    control.TabbedInto();
+    TabInto(control);
 }
 
 static void DoType(const Words &words)
@@ -276,8 +275,7 @@ static void DoKey(const Words &words)
         QueueInput({.kind = Input::Character, .character = key.letter});
 }
 
-// ---- bars
-// ----------------------------------------------------------------------------------------
+// ---- bars ---------------------------------------------------------------------------------------
 
 // Where pixels are too coarse for the thumb, the keys do the rest.
 static void SlideRestStep(const Words &words)
@@ -294,6 +292,7 @@ static void DoSlide(const Words &words)
     const int to = NumberOf(words[2].text);
     if (to < bar.least || to > bar.most)
         Refuse(fmt::format("the trackbar {} goes from {} to {}", bar.id, bar.least, bar.most));
+    CloseOtherList(nullptr);
     QueueInput({.kind = Input::MouseDown, .at = OnScreenOf(bar, bar.ThumbAt(bar.position))});
     const POINT end = OnScreenOf(bar, bar.ThumbAt(to));
     QueueInput({.kind = Input::MouseMove, .at = end});
@@ -334,18 +333,20 @@ static void ScrollList(ScrolledList &list, const Word &how)
 
 static void DoScroll(const Words &words)
 {
-    if (ScrolledList *list = ListOf(FindUsable(words))) {
+    Window &control = FindUsable(words);
+    if (ScrolledList *list = ListOf(control)) {
+        CloseOtherList(&control);
         ScrollList(*list, words[2]);
         return;
     }
-    auto &bar = As<ScrollBar>(FindUsable(words), "scroll bar");
+    auto &bar = As<ScrollBar>(control, "scroll bar");
     if (words[2].text != "up" && words[2].text != "down")
         Refuse("a scroll bar goes up or down");
+    CloseOtherList(nullptr);
     QueueClick(OnScreenOf(bar, MiddleOf(bar.ArrowRect(words[2].text == "down"))));
 }
 
-// ---- windows
-// -------------------------------------------------------------------------------------
+// ---- windows ------------------------------------------------------------------------------------
 
 static void DoPage(const Words &words)
 {
@@ -410,8 +411,7 @@ static void DoBox(const Words &words)
     Refuse(fmt::format("the message box has no button \"{}\"", words[1].text));
 }
 
-// ---- the transcript and pictures
-// -------------------------------------------------------------------
+// ---- the transcript and pictures ----------------------------------------------------------------
 
 static void DoPrint(const Words &words)
 {
@@ -446,8 +446,7 @@ static void DoShot(const Words &words)
     NoteEvent({{"event", "shot"}, {"name", name}});
 }
 
-// ---- dispatch
-// ------------------------------------------------------------------------------------
+// ---- dispatch -----------------------------------------------------------------------------------
 
 static constexpr struct {
     const char *name;

@@ -72,8 +72,18 @@ COLORREF Sheet::DefaultColor(UINT) const
     return FACE;
 }
 
+// A page paints over all of its rectangle.
+static bool Covers(const Dialog &page, const Dc &dc)
+{
+    const RECT rc = Moved(page.rc, dc.origin.x, dc.origin.y);
+    return page.visible && Contains(rc, {dc.clip.left, dc.clip.top}) &&
+           Contains(rc, {dc.clip.right - 1, dc.clip.bottom - 1});
+}
+
 void Sheet::Paint(HDC hdc)
 {
+    if (current < pages.size() && Covers(*pages[current].dialog, *DcOf(hdc)))
+        return;
     Fill(hdc, Client(), FACE);
     RECT page = PageRect();
     --page.top; // the tabs stand on this line
@@ -88,18 +98,23 @@ LRESULT Sheet::Tell(Dialog *page, UINT code)
     return page->Message(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notice));
 }
 
-// Pages come before the buttons in the order of the tab key.
-void Sheet::Replace(Dialog *by)
+// The page hears of it before it is seen.
+void Sheet::BringUp(size_t index)
 {
-    for (SheetPage &page : pages)
-        if (page.dialog && page.dialog != by)
+    current = index;
+    Dialog *shown = pages[index].dialog;
+    Tell(shown, PSN_SETACTIVE);
+    for (const SheetPage &page : pages)
+        if (page.dialog && page.dialog != shown)
             page.dialog->Show(false);
-    by->Show(true);
+    shown->Show(true);
     tabs->Invalidate();
-    Child(ID_HELP)->Enable(pages[current].description.dwFlags & PSP_HASHELP);
+    Child(ID_HELP)->Enable(pages[index].description.dwFlags & PSP_HASHELP);
+    NoteWindow(*shown, "activated");
 }
 
-static Dialog *MakePage(Sheet &sheet, SheetPage &page, const RECT &area)
+// Pages come before the buttons in the order of the tab key.
+static void MakePage(Sheet &sheet, SheetPage &page, const RECT &area)
 {
     const RECT size = PixelsOf(0, 0, page.shape.cx, page.shape.cy);
     const int left = area.left + BORDER, top = area.top + BORDER - 1;
@@ -111,7 +126,6 @@ static Dialog *MakePage(Sheet &sheet, SheetPage &page, const RECT &area)
     page.dialog->text = page.title;
     page.dialog->Start(page.shape, reinterpret_cast<LPARAM>(&page.description));
     NoteWindow(*page.dialog, "opened");
-    return page.dialog;
 }
 
 bool Sheet::ShowPage(size_t index)
@@ -120,13 +134,9 @@ bool Sheet::ShowPage(size_t index)
         return index == current;
     if (current < pages.size() && Tell(pages[current].dialog, PSN_KILLACTIVE))
         return false;
-    Dialog *page = pages[index].dialog;
-    if (!page)
-        page = MakePage(*this, pages[index], PageRect());
-    current = index;
-    Tell(page, PSN_SETACTIVE);
-    Replace(page);
-    NoteWindow(*page, "activated");
+    if (!pages[index].dialog)
+        MakePage(*this, pages[index], PageRect());
+    BringUp(index);
     return true;
 }
 
@@ -140,11 +150,8 @@ void Sheet::OnOk()
         if (!pages[i].dialog)
             continue;
         const LRESULT answer = Tell(pages[i].dialog, PSN_APPLY);
-        if (answer == PSNRET_INVALID && i != current) {
-            current = i;
-            Tell(pages[i].dialog, PSN_SETACTIVE);
-            Replace(pages[i].dialog);
-        }
+        if (answer == PSNRET_INVALID && i != current)
+            BringUp(i);
         if (answer == PSNRET_INVALID || answer == PSNRET_INVALID_NOCHANGEPAGE)
             return;
     }
@@ -215,10 +222,8 @@ static int Run(Sheet &sheet, const PROPSHEETHEADERA &header)
     sheet.ShowPage(std::min<size_t>(header.nStartPage, sheet.pages.size() - 1));
     sheet.Show(true);
     Activate(&sheet);
-    if (Window *first = FirstTabStop(sheet)) {
-        FocusOn(first);
-        first->TabbedInto();
-    }
+    if (Window *first = FirstTabStop(sheet))
+        TabInto(*first);
     RunModal(sheet);
     for (const SheetPage &page : sheet.pages)
         if (page.dialog)

@@ -63,7 +63,7 @@ class Sheet final : public Window
     void OnOk();
     void OnCancel();
     LRESULT Tell(Dialog *page, UINT code);
-    void Replace(Dialog *by);
+    void BringUp(size_t index);
     RECT PageRect() const;
 };
 

@@ -8,10 +8,8 @@ namespace kvp
 
 void Label::LetterTyped()
 {
-    if (Window *next = TabStopAfter(*this, false)) {
-        FocusOn(next);
-        next->TabbedInto();
-    }
+    if (Window *next = TabStopAfter(*this, false))
+        TabInto(*next);
 }
 
 static unsigned FlagsOf(DWORD style)

@@ -148,8 +148,7 @@ class Popup
 void OpenPopup(Popup *popup);
 Popup *CurrentPopup();
 
-// ---- groups and tab stops (keys.cpp)
-// --------------------------------------------------------------
+// ---- groups and tab stops (keys.cpp) ------------------------------------------------------------
 
 // The control and its siblings up to the next group mark on either side.
 std::vector<Window *> GroupOf(const Window &control);
@@ -157,6 +156,8 @@ std::vector<Window *> GroupOf(const Window &control);
 Window *FirstTabStop(Window &within);
 // The tab stop after a control, within its top-level window.
 Window *TabStopAfter(Window &control, bool backwards);
+// The focus goes there as by the Tab key: a field's whole text is selected.
+void TabInto(Window &control);
 
 // What a click there would reach (dispatch.cpp).
 Window *WindowAt(POINT onScreen);

@@ -1,4 +1,6 @@
 // Drawing: objects and who holds them, pictures of every depth, lines, frames, text.
+#include <map>
+
 #include "platform/served.h"
 #include "tests/platform/user_fixture.h"
 
@@ -26,11 +28,7 @@ class Gdi : public UserTest
         EXPECT_TRUE(FillRgn(hdc, region, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH))));
         DeleteObject(region);
     }
-    void InDialog(std::function<void()> look)
-    {
-        Person({look, "cancel"});
-        EXPECT_EQ(Dialog(IDD_PLAIN), 2);
-    }
+    void InDialog(std::function<void()> look) { UserTest::InDialog({look}); }
     // A row of a picture, a letter for each colour: copied to the screen and read there.
     std::string Row(HDC from, int y, int width)
     {

@@ -8,98 +8,81 @@ class Combo : public UserTest
     Combo()
     {
         onInit = [this] {
-            Fill(IDC_LIST, {"Plain", "Glossy", "Glossy film", "Canvas"});
-            Send(IDC_LIST, CB_SETCURSEL, 1);
-            Taken();
+            Fill(IDC_LIST, CB_INSERTSTRING, {"Plain", "Glossy film", "Glossy", "Canvas"});
+            Select(2);
         };
         // Every notice with the selection that stands at that moment, and whether the list is open.
-        onMessage = [this](HWND, UINT uMsg, WPARAM wParam, LPARAM) -> std::optional<INT_PTR> {
-            if (uMsg == WM_COMMAND && LOWORD(wParam) == IDC_LIST) {
-                log.back() += " " + std::to_string(Send(IDC_LIST, CB_GETCURSEL)) +
-                              (Send(IDC_LIST, CB_GETDROPPEDSTATE) ? " open" : "");
-                if (onNotice)
-                    onNotice(HIWORD(wParam));
-            }
-            return std::nullopt;
+        onCommand = [this](int id, int code) {
+            if (id != IDC_LIST)
+                return;
+            log.back() += " " + std::to_string(Send(IDC_LIST, CB_GETCURSEL)) +
+                          (Send(IDC_LIST, CB_GETDROPPEDSTATE) ? " open" : "");
+            if (onNotice)
+                onNotice(code);
         };
     }
+    LRESULT Select(int item) { return Send(IDC_LIST, CB_SETCURSEL, static_cast<WPARAM>(item)); }
     std::string ItemText(int index)
     {
         char szText[64] = "";
         Send(IDC_LIST, CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(szText));
         return szText;
     }
-    LRESULT Find(UINT msg, int after, const char *text)
+    Step Told(Lines notices) { return Came("206", std::move(notices)); }
+    // A choice of an item made in the list, which had another one before.
+    Step ToldOfChoice(int before, int item)
     {
-        return Send(IDC_LIST, msg, static_cast<WPARAM>(after), reinterpret_cast<LPARAM>(text));
+        const std::string now = std::to_string(item);
+        return Told({"206 DROPDOWN " + std::to_string(before), "206 SELENDOK " + now + " open",
+                     "206 CLOSEUP " + now, "206 SELCHANGE " + now});
     }
-    void Expect(std::vector<std::string> notices) { EXPECT_EQ(Taken({"206"}), notices); }
     std::function<void(int)> onNotice;
 };
 
 TEST_F(Combo, AChoiceInTheOpenListIsCurrentFromTheFirstNoticeOn)
 {
-    Person(
-        {"choose 206 \"Canvas\"",
-         [this] {
-             Expect({"206 DROPDOWN 1", "206 SELENDOK 3 open", "206 CLOSEUP 3", "206 SELCHANGE 3"});
-         },
-         "choose 206 #3",
-         [this] {
-             Expect({"206 DROPDOWN 3", "206 SELENDOK 3 open", "206 CLOSEUP 3", "206 SELCHANGE 3"});
-         },
-         "drop 206", "key Up", "key Up", "key Enter",
-         [this] {
-             Expect({"206 DROPDOWN 3", "206 SELENDOK 1 open", "206 CLOSEUP 1", "206 SELCHANGE 1"});
-         },
-         "cancel"});
-    EXPECT_EQ(Dialog(IDD_PLAIN), 2);
+    InDialog({"choose 206 \"Canvas\"", ToldOfChoice(2, 3), "choose 206 #3", ToldOfChoice(3, 3),
+              "drop 206", "key Up", "key Up", "key Enter", ToldOfChoice(3, 1),
+              "choose 206 \"Glossy\"", ToldOfChoice(1, 2)});
+}
+
+TEST_F(Combo, AChoiceStaysWhateverItsNoticeDoes)
+{
+    onNotice = [this](int code) {
+        if (code == CBN_SELENDOK)
+            EnableWindow(Item(IDC_LIST), FALSE);
+    };
+    InDialog({"choose 206 #0", ToldOfChoice(2, 0)});
+    onNotice = [this](int code) {
+        if (code == CBN_SELENDOK)
+            MessageBoxA(hDlg, "Text", "KORVA", MB_OK);
+    };
+    InDialog({"choose 206 #0", "box ok", ToldOfChoice(2, 0)});
 }
 
 TEST_F(Combo, ClosingWithoutAChoiceRestoresWhatStoodAfterTheOpening)
 {
     onNotice = [this](int code) {
         if (code == CBN_DROPDOWN)
-            Send(IDC_LIST, CB_SETCURSEL, 2);
+            Select(1);
     };
-    static const struct {
-        const char *why, *close;
-    } aWays[] = {{"Escape", "key Escape"}, {"Alt and an arrow", "key Alt+Up"},
-                 {"F4", "key F4"},         {"a click elsewhere", "click 205"},
-                 {"Tab", "key Tab"},       {"the field itself", "close 206"}};
-    std::vector<Step> steps;
-    for (const auto &row : aWays) {
-        steps.push_back("drop 206");
-        steps.push_back("key Down");
-        steps.push_back(row.close);
-        steps.push_back([this, &row] {
-            SCOPED_TRACE(row.why);
-            Expect({"206 DROPDOWN 1", "206 SELENDCANCEL 2 open", "206 CLOSEUP 2"});
-            Send(IDC_LIST, CB_SETCURSEL, 1);
-        });
+    Steps steps;
+    for (const char *way :
+         {"key Escape", "key Alt+Up", "key F4", "key Tab", "click 205", "close 206"}) {
+        const Lines told{"206 DROPDOWN 2", "206 SELENDCANCEL 1 open", "206 CLOSEUP 1"};
+        steps.insert(steps.end(), {[this] { Select(2); }, "drop 206", [this] { Select(3); },
+                                   "key Up", way, Told(told)});
     }
-    steps.push_back([this] { EXPECT_TRUE(IsDlgButtonChecked(hDlg, IDC_MIRROR)) << "both done"; });
-    steps.push_back("cancel");
-    Person(steps);
-    EXPECT_EQ(Dialog(IDD_PLAIN), 2);
+    steps.emplace_back(
+        [this] { EXPECT_TRUE(IsDlgButtonChecked(hDlg, IDC_MIRROR)) << "both done"; });
+    InDialog(steps);
 }
 
 TEST_F(Combo, SteppingWhileClosedTellsOfSelectionsOnly)
 {
-    Person({"focus 206", "key Down",
-            [this] {
-                Expect({"206 SELENDOK 2", "206 SELCHANGE 2"});
-            },
-            "key End",
-            [this] {
-                Expect({"206 SELENDOK 3", "206 SELCHANGE 3"});
-            },
-            "key Down", [this] { Expect({}); }, "key p",
-            [this] {
-                Expect({"206 SELENDOK 0", "206 SELCHANGE 0"});
-            },
-            "cancel"});
-    EXPECT_EQ(Dialog(IDD_PLAIN), 2);
+    InDialog({"focus 206", "key Up", Told({"206 SELENDOK 1", "206 SELCHANGE 1"}), "key End",
+              Told({"206 SELENDOK 3", "206 SELCHANGE 3"}), "key Down", Told({}), "key p",
+              Told({"206 SELENDOK 0", "206 SELCHANGE 0"})});
 }
 
 TEST_F(Combo, TheListMayBeRefilledInsideAnyNotice)
@@ -111,41 +94,37 @@ TEST_F(Combo, TheListMayBeRefilledInsideAnyNotice)
                 return;
             Send(IDC_LIST, CB_RESETCONTENT);
             EXPECT_EQ(Send(IDC_LIST, CB_GETCURSEL), CB_ERR);
-            Fill(IDC_LIST, {"X", "Y"});
-            Send(IDC_LIST, CB_SETCURSEL, 0);
+            Fill(IDC_LIST, CB_INSERTSTRING, {"X", "Y"});
+            Select(0);
         };
-        Person({"drop 206", [this] { EXPECT_EQ(Send(IDC_LIST, CB_GETDROPPEDSTATE), TRUE); },
-                "choose 206 #1",
-                [this, when] {
-                    EXPECT_EQ(Send(IDC_LIST, CB_GETCOUNT), 2);
-                    EXPECT_EQ(Send(IDC_LIST, CB_GETCURSEL), when == CBN_DROPDOWN ? 1 : 0);
-                    EXPECT_THAT(Taken({"206"}).size(), 4u);
-                },
-                "cancel"});
-        EXPECT_EQ(Dialog(IDD_PLAIN), 2);
+        InDialog({"drop 206", "choose 206 #1", [this, when] {
+                      EXPECT_EQ(Send(IDC_LIST, CB_GETCOUNT), 2);
+                      EXPECT_EQ(Send(IDC_LIST, CB_GETCURSEL), when == CBN_DROPDOWN ? 1 : 0);
+                      EXPECT_EQ(Taken("206").size(), 4u);
+                  }});
     }
 }
 
 TEST_F(Combo, ProgramsSelectAndInsertInSilence)
 {
-    Person({[this] {
-                Send(IDC_LIST, CB_SETCURSEL, 0);
-                Fill(IDC_LIST, {"Another"}); // the style is a sorted one
-                EXPECT_EQ(ItemText(4), "Another");
-                EXPECT_EQ(Send(IDC_LIST, CB_INSERTSTRING, 0, reinterpret_cast<LPARAM>("First")), 0);
-                EXPECT_EQ(Send(IDC_LIST, CB_GETCURSEL), 1) << "the same item stays selected";
-                EXPECT_EQ(Send(IDC_LIST, CB_INSERTSTRING, 9, reinterpret_cast<LPARAM>("Far")),
-                          CB_ERR);
-                Send(IDC_LIST, CB_SETITEMDATA, 0, 1234);
-                EXPECT_EQ(Send(IDC_LIST, CB_GETITEMDATA, 0), 1234);
-                EXPECT_EQ(Send(IDC_LIST, CB_GETITEMDATA, 1), 0);
-                EXPECT_EQ(Send(IDC_LIST, CB_GETITEMDATA, static_cast<WPARAM>(-1)), CB_ERR);
-                EXPECT_EQ(Send(IDC_LIST, CB_SETCURSEL, 6), CB_ERR);
-                EXPECT_EQ(Send(IDC_LIST, CB_GETCURSEL), CB_ERR);
-                Expect({});
-            },
-            "cancel"});
-    EXPECT_EQ(Dialog(IDD_PLAIN), 2);
+    const auto insert = [this](int at, const char *text) {
+        return Send(IDC_LIST, CB_INSERTSTRING, static_cast<WPARAM>(at),
+                    reinterpret_cast<LPARAM>(text));
+    };
+    InDialog({[&] {
+                  EXPECT_EQ(insert(-1, "Another"), 4) << "at the end, though the style is sorted";
+                  EXPECT_EQ(ItemText(4), "Another");
+                  EXPECT_EQ(insert(0, "First"), 0);
+                  EXPECT_EQ(Send(IDC_LIST, CB_GETCURSEL), 3) << "the same item stays selected";
+                  EXPECT_EQ(insert(9, "Far"), CB_ERR);
+                  Send(IDC_LIST, CB_SETITEMDATA, 0, 1234);
+                  EXPECT_EQ(Send(IDC_LIST, CB_GETITEMDATA, 0), 1234);
+                  EXPECT_EQ(Send(IDC_LIST, CB_GETITEMDATA, 1), 0);
+                  EXPECT_EQ(Send(IDC_LIST, CB_GETITEMDATA, static_cast<WPARAM>(-1)), CB_ERR);
+                  EXPECT_EQ(Select(6), CB_ERR);
+                  EXPECT_EQ(Send(IDC_LIST, CB_GETCURSEL), CB_ERR);
+              },
+              Told({})});
 }
 
 TEST_F(Combo, SearchesIgnoreCaseAndWrap)
@@ -159,87 +138,58 @@ TEST_F(Combo, SearchesIgnoreCaseAndWrap)
     } aSearches[] = {
         {"the first that begins so", CB_FINDSTRING, -1, "gLOSSY", 1},
         {"behind the given item", CB_FINDSTRING, 1, "glossy", 2},
-        {"wraps to the given item itself", CB_FINDSTRING, 2, "glossy f", 2},
+        {"wraps to the given item itself", CB_FINDSTRING, 1, "glossy f", 1},
         {"wraps past the end", CB_FINDSTRING, 2, "plain", 0},
         {"a start past the end counts as none", CB_FINDSTRING, 99, "glossy", 1},
         {"none", CB_FINDSTRING, -1, "x", -1},
-        {"the whole text", CB_FINDSTRINGEXACT, -1, "GLOSSY FILM", 2},
+        {"the whole text", CB_FINDSTRINGEXACT, -1, "GLOSSY", 2},
         {"not a beginning", CB_FINDSTRINGEXACT, -1, "glossy f", -1},
-        {"selects what begins so", CB_SELECTSTRING, -1, "canv", 3},
         {"selects behind the item", CB_SELECTSTRING, 1, "glossy", 2},
+        {"selects nothing else", CB_SELECTSTRING, -1, "none", -1},
     };
-    Person({[this] {
-                for (const auto &row : aSearches) {
-                    SCOPED_TRACE(row.why);
-                    EXPECT_EQ(Find(row.msg, row.after, row.text), row.found);
-                    if (row.msg == CB_SELECTSTRING) {
-                        EXPECT_EQ(Send(IDC_LIST, CB_GETCURSEL), row.found);
-                    }
-                }
-                EXPECT_EQ(Find(CB_SELECTSTRING, -1, "none"), CB_ERR);
-                EXPECT_EQ(Send(IDC_LIST, CB_GETCURSEL), 2) << "nothing found, nothing changed";
-                Expect({});
-            },
-            "cancel"});
-    EXPECT_EQ(Dialog(IDD_PLAIN), 2);
+    InDialog({[this] {
+                  for (const auto &row : aSearches)
+                      EXPECT_EQ(Send(IDC_LIST, row.msg, static_cast<WPARAM>(row.after),
+                                     reinterpret_cast<LPARAM>(row.text)),
+                                row.found)
+                          << row.why;
+                  EXPECT_EQ(Send(IDC_LIST, CB_GETCURSEL), 2) << "nothing found, nothing changed";
+              },
+              Told({})});
 }
 
 // The page's list is owner-drawn.
 TEST_F(Combo, OwnerDrawnItemsKnowFieldAndList)
 {
     onInit = [this] {
-        if (GetDlgCtrlID(hDlg) == IDD_FIRST) {
-            Fill(IDC_LIST, {"one", "two"});
-            Send(IDC_LIST, CB_SETCURSEL, 1);
-        }
+        Fill(IDC_LIST, CB_INSERTSTRING, {"one", "two"});
+        Select(1);
     };
-    Person({[this] {
-                const std::vector<std::string> seen = Taken({"MEASURE", "INITDIALOG", "DRAW 206"});
-                EXPECT_THAT(seen,
-                            ElementsAre("MEASURE 206", "INITDIALOG 100", "DRAW 206 entire +field"));
-            },
-            "focus 206",
-            [this] {
-                EXPECT_THAT(Taken({"DRAW 206"}),
-                            ElementsAre("DRAW 206 entire +selected +focus +field"));
-            },
-            "drop 206",
-            [this] {
-                EXPECT_THAT(Taken({"DRAW 206"}),
-                            ElementsAre("DRAW 206 entire +field", "DRAW 206 entire",
-                                        "DRAW 206 entire +selected"));
-            },
-            "close 206", [this] { EnableWindow(Item(IDC_LIST), FALSE); }, "",
-            [this] { EXPECT_THAT(Taken({"DRAW 206"}).back(), "DRAW 206 entire +disabled +field"); },
-            "cancel"});
-    EXPECT_EQ(Sheet(), 0);
+    InSheet({Came("MEASURE|INITDIALOG|DRAW 206",
+                  {"MEASURE 206", "INITDIALOG 100", "DRAW 206 entire +field"}),
+             "focus 206", Came("DRAW 206", {"DRAW 206 entire +selected +focus +field"}), "drop 206",
+             Came("DRAW 206",
+                  {"DRAW 206 entire +field", "DRAW 206 entire", "DRAW 206 entire +selected"}),
+             "close 206", [this] { EnableWindow(Item(IDC_LIST), FALSE); }, "",
+             [this] { EXPECT_EQ(Taken("DRAW 206").back(), "DRAW 206 entire +disabled +field"); }});
 }
 
 TEST_F(Combo, AnOpenListIsScrolledByTheWheelAndByItsThumb)
 {
-    onInit = [this] {
-        if (GetDlgCtrlID(hDlg) == IDD_FIRST)
-            Fill(IDC_LIST, std::vector<const char *>(20, "name"));
-    };
-    std::vector<int> drawn; // items of the open list
+    onCommand = nullptr;
+    onInit = [this] { Fill(IDC_LIST, CB_INSERTSTRING, std::vector<const char *>(20, "name")); };
+    std::vector<UINT> drawn; // items of the open list
     onMessage = [&](HWND, UINT uMsg, WPARAM, LPARAM lParam) -> std::optional<INT_PTR> {
         const auto *item = reinterpret_cast<DRAWITEMSTRUCT *>(lParam);
         if (uMsg == WM_DRAWITEM && item->CtlID == IDC_LIST && !(item->itemState & ODS_COMBOBOXEDIT))
-            drawn.push_back(static_cast<int>(item->itemID));
+            drawn.push_back(item->itemID);
         return std::nullopt;
     };
-    const auto uppermost = [&] {
-        const int first = drawn.empty() ? -1 : drawn.front();
-        drawn.clear();
-        return first;
+    const auto uppermost = [&](UINT item) -> Step {
+        return [&drawn, item] { EXPECT_EQ(std::exchange(drawn, {}).at(0), item); };
     };
-    Person({"drop 206", [&] { EXPECT_EQ(uppermost(), 0); }, "scroll 206 down",
-            [&] { EXPECT_EQ(uppermost(), 3); }, "scroll 206 #9", [&] { EXPECT_EQ(uppermost(), 9); },
-            "scroll 206 up", [&] { EXPECT_EQ(uppermost(), 6); }, [this] { Taken(); }, "close 206",
-            [this] {
-                EXPECT_THAT(Taken({"206"}), ElementsAre("206 SELENDCANCEL", "206 CLOSEUP"))
-                    << "it was still open, with nothing chosen";
-            },
-            "cancel"});
-    EXPECT_EQ(Sheet(), 0);
+    InSheet({"drop 206", uppermost(0), "scroll 206 down", uppermost(3), "scroll 206 #9",
+             uppermost(9), "scroll 206 up", uppermost(6), [this] { Taken(); }, "close 206",
+             // It was still open, with nothing chosen.
+             Came("206", {"206 SELENDCANCEL", "206 CLOSEUP"})});
 }

@@ -2,6 +2,10 @@
 #include "platform/served.h"
 
 #include <algorithm>
+#include <map>
+#include <sstream>
+
+#include <fmt/format.h>
 
 static UserTest *current;
 
@@ -24,36 +28,31 @@ UserTest::~UserTest()
     current = nullptr;
 }
 
-void UserTest::Person(std::vector<Step> steps)
+INT_PTR UserTest::Play(std::optional<Steps> steps, const std::function<INT_PTR()> &run)
 {
-    person.Will(std::move(steps));
-}
-
-void UserTest::CheckPlay()
-{
-    if (bPlayFails)
-        EXPECT_TRUE(kvp::CurrentPlay().bFailed);
-    else
-        person.ExpectDone();
-}
-
-INT_PTR UserTest::Dialog(int id)
-{
-    const INT_PTR result =
-        DialogBoxParamA(hSample, MAKEINTRESOURCEA(id), nullptr, Procedure, 0x1234);
-    CheckPlay();
+    if (!steps)
+        return run();
+    person.Will(std::move(*steps));
+    const INT_PTR result = run();
+    person.ExpectDone();
     return result;
 }
 
-INT_PTR UserTest::Sheet()
+INT_PTR UserTest::Dialog(int id, std::optional<Steps> steps)
 {
-    static constexpr int aTemplates[] = {IDD_FIRST, IDD_SECOND, IDD_THIRD};
+    return Play(std::move(steps), [=, this] {
+        return DialogBoxParamA(hSample, MAKEINTRESOURCEA(id), nullptr, Procedure, 0x1234);
+    });
+}
+
+INT_PTR UserTest::Sheet(std::optional<Steps> steps)
+{
     PROPSHEETPAGEA pages[3]{};
     for (int i = 0; i < 3; ++i) {
         pages[i].dwSize = sizeof pages[i];
         pages[i].dwFlags = PSP_USEICONID | PSP_HASHELP;
         pages[i].hInstance = hSample;
-        pages[i].pszTemplate = MAKEINTRESOURCEA(aTemplates[i]);
+        pages[i].pszTemplate = MAKEINTRESOURCEA(IDD_FIRST + i);
         pages[i].pszIcon = MAKEINTRESOURCEA(IDI_TAB);
         pages[i].pfnDlgProc = Procedure;
         pages[i].lParam = 1000 + i;
@@ -61,13 +60,22 @@ INT_PTR UserTest::Sheet()
     PROPSHEETHEADERA header{};
     header.dwSize = sizeof header;
     header.dwFlags = PSH_PROPSHEETPAGE | PSH_NOAPPLYNOW;
-    header.hInstance = hSample;
     header.pszCaption = "KORVA 500";
     header.nPages = 3;
     header.ppsp = pages;
-    const INT_PTR result = PropertySheetA(&header);
-    CheckPlay();
-    return result;
+    return Play(std::move(steps), [&] { return PropertySheetA(&header); });
+}
+
+void UserTest::InDialog(Steps steps)
+{
+    steps.emplace_back("cancel");
+    EXPECT_EQ(Dialog(IDD_PLAIN, std::move(steps)), IDCANCEL);
+}
+
+void UserTest::InSheet(Steps steps)
+{
+    steps.emplace_back("cancel");
+    EXPECT_EQ(Sheet(std::move(steps)), 0);
 }
 
 INT_PTR CALLBACK UserTest::Procedure(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
@@ -75,111 +83,112 @@ INT_PTR CALLBACK UserTest::Procedure(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM
     return current ? current->Handle(hWnd, uMsg, wParam, lParam) : FALSE;
 }
 
-static const char *NameOf(const std::map<int, const char *> &names, int number)
+#define NOTICE(prefix, name)                                                                       \
+    {                                                                                              \
+        prefix##_##name, #name                                                                     \
+    }
+static std::string NoticeName(UINT code)
 {
-    const auto found = names.find(number);
-    return found == names.end() ? "?" : found->second;
+    static const std::map<UINT, const char *> names{
+        NOTICE(BN, CLICKED),     NOTICE(EN, CHANGE),        NOTICE(EN, KILLFOCUS),
+        NOTICE(CBN, SELCHANGE),  NOTICE(CBN, DROPDOWN),     NOTICE(CBN, CLOSEUP),
+        NOTICE(CBN, SELENDOK),   NOTICE(CBN, SELENDCANCEL), NOTICE(PSN, SETACTIVE),
+        NOTICE(PSN, KILLACTIVE), NOTICE(PSN, APPLY),        NOTICE(PSN, RESET),
+        NOTICE(PSN, HELP)};
+    return names.contains(code) ? names.at(code) : "?";
 }
 
-// "206 SELENDOK", "PSN_APPLY 100", "HSCROLL 214 5/7", "DRAW 212 entire focus".
-void UserTest::Log(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
+static std::string DrawLine(const DRAWITEMSTRUCT &item)
 {
-    static const std::map<int, const char *> combo{
-        {CBN_SELCHANGE, "SELCHANGE"},       {CBN_DROPDOWN, "DROPDOWN"},
-        {CBN_CLOSEUP, "CLOSEUP"},           {CBN_SELENDOK, "SELENDOK"},
-        {CBN_SELENDCANCEL, "SELENDCANCEL"}, {EN_CHANGE, "CHANGE"},
-        {EN_KILLFOCUS, "KILLFOCUS"},        {BN_CLICKED, "CLICKED"}};
-    static const std::map<int, const char *> notice{
-        {static_cast<int>(PSN_SETACTIVE), "SETACTIVE"},
-        {static_cast<int>(PSN_KILLACTIVE), "KILLACTIVE"},
-        {static_cast<int>(PSN_APPLY), "APPLY"},
-        {static_cast<int>(PSN_RESET), "RESET"},
-        {static_cast<int>(PSN_HELP), "HELP"}};
-    const std::string own = std::to_string(GetDlgCtrlID(hWnd));
-    const std::string from = std::to_string(GetDlgCtrlID(reinterpret_cast<HWND>(lParam)));
+    return fmt::format(
+        "DRAW {}{}{}{}{}{}{}{}", item.CtlID, item.itemAction & ODA_DRAWENTIRE ? " entire" : "",
+        item.itemAction & ODA_SELECT ? " select" : "", item.itemAction & ODA_FOCUS ? " focus" : "",
+        item.itemState & ODS_SELECTED ? " +selected" : "",
+        item.itemState & ODS_FOCUS ? " +focus" : "",
+        item.itemState & ODS_DISABLED ? " +disabled" : "",
+        item.itemState & ODS_COMBOBOXEDIT ? " +field" : "");
+}
+
+// "206 SELENDOK", "APPLY 100", "HSCROLL 214 5/7", "DRAW 212 entire focus"; nothing for the rest.
+static std::string LineOf(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
+{
+    const int own = GetDlgCtrlID(hWnd), from = GetDlgCtrlID(reinterpret_cast<HWND>(lParam));
+    static const std::map<UINT, const char *> ofOwn{
+        {WM_INITDIALOG, "INITDIALOG"}, {WM_DESTROY, "DESTROY"}, {WM_PAINT, "PAINT"}};
+    static const std::map<UINT, const char *> ofControls{{WM_CTLCOLORSTATIC, "COLORSTATIC"},
+                                                         {WM_CTLCOLOREDIT, "COLOREDIT"},
+                                                         {WM_CTLCOLORBTN, "COLORBTN"},
+                                                         {WM_CTLCOLORLISTBOX, "COLORLISTBOX"}};
+    if (ofOwn.contains(uMsg))
+        return fmt::format("{} {}", ofOwn.at(uMsg), own);
+    if (ofControls.contains(uMsg))
+        return fmt::format("{} {}", ofControls.at(uMsg), from);
     switch (uMsg) {
-    case WM_COMMAND:
-        log.push_back(std::to_string(LOWORD(wParam)) + " " + NameOf(combo, HIWORD(wParam)));
-        break;
+    case WM_COMMAND: return fmt::format("{} {}", LOWORD(wParam), NoticeName(HIWORD(wParam)));
     case WM_NOTIFY:
-        log.push_back(
-            std::string(NameOf(notice, static_cast<int>(reinterpret_cast<NMHDR *>(lParam)->code))) +
-            " " + own);
-        break;
-    case WM_HSCROLL:
-    case WM_VSCROLL:
-        log.push_back((uMsg == WM_HSCROLL ? "HSCROLL " : "VSCROLL ") + from + " " +
-                      std::to_string(LOWORD(wParam)) + "/" + std::to_string(HIWORD(wParam)));
-        break;
-    case WM_INITDIALOG: log.push_back("INITDIALOG " + own); break;
-    case WM_DESTROY: log.push_back("DESTROY " + own); break;
-    case WM_MEASUREITEM: log.push_back("MEASURE " + std::to_string(wParam)); break;
-    case WM_PAINT: log.push_back("PAINT " + own); break;
-    case WM_DRAWITEM: {
-        const auto *item = reinterpret_cast<DRAWITEMSTRUCT *>(lParam);
-        log.push_back("DRAW " + std::to_string(wParam) +
-                      (item->itemAction & ODA_DRAWENTIRE ? " entire" : "") +
-                      (item->itemAction & ODA_SELECT ? " select" : "") +
-                      (item->itemAction & ODA_FOCUS ? " focus" : "") +
-                      (item->itemState & ODS_SELECTED ? " +selected" : "") +
-                      (item->itemState & ODS_FOCUS ? " +focus" : "") +
-                      (item->itemState & ODS_DISABLED ? " +disabled" : "") +
-                      (item->itemState & ODS_COMBOBOXEDIT ? " +field" : ""));
-        break;
-    }
-    case WM_HELP:
-        log.push_back("HELP " + std::to_string(reinterpret_cast<HELPINFO *>(lParam)->iCtrlId));
-        break;
+        return fmt::format("{} {}", NoticeName(reinterpret_cast<NMHDR *>(lParam)->code), own);
+    case WM_HSCROLL: return fmt::format("HSCROLL {} {}/{}", from, LOWORD(wParam), HIWORD(wParam));
+    case WM_VSCROLL: return fmt::format("VSCROLL {} {}/{}", from, LOWORD(wParam), HIWORD(wParam));
+    case WM_MEASUREITEM: return fmt::format("MEASURE {}", wParam);
+    case WM_DRAWITEM: return DrawLine(*reinterpret_cast<DRAWITEMSTRUCT *>(lParam));
+    case WM_HELP: return fmt::format("HELP {}", reinterpret_cast<HELPINFO *>(lParam)->iCtrlId);
     case WM_CONTEXTMENU:
-        log.push_back("CONTEXTMENU " +
-                      std::to_string(GetDlgCtrlID(reinterpret_cast<HWND>(wParam))));
-        break;
-    case WM_CTLCOLORDLG: log.push_back("COLORDLG"); break;
-    case WM_CTLCOLORSTATIC: log.push_back("COLORSTATIC " + from); break;
-    case WM_CTLCOLOREDIT: log.push_back("COLOREDIT " + from); break;
-    case WM_CTLCOLORBTN: log.push_back("COLORBTN " + from); break;
-    case WM_CTLCOLORLISTBOX: log.push_back("COLORLISTBOX " + from); break;
+        return fmt::format("CONTEXTMENU {}", GetDlgCtrlID(reinterpret_cast<HWND>(wParam)));
+    case WM_CTLCOLORDLG: return "COLORDLG";
+    default: return {};
     }
 }
 
 INT_PTR UserTest::Handle(HWND hWnd, UINT uMsg, WPARAM wParam, LPARAM lParam)
 {
-    Log(hWnd, uMsg, wParam, lParam);
-    if (uMsg == WM_INITDIALOG) {
+    if (const std::string line = LineOf(hWnd, uMsg, wParam, lParam); !line.empty())
+        log.push_back(line);
+    if (uMsg == WM_INITDIALOG)
         hDlg = hWnd;
-        page[std::to_string(GetDlgCtrlID(hWnd))] = hWnd;
-    }
     if (onMessage)
         if (const auto result = onMessage(hWnd, uMsg, wParam, lParam))
             return *result;
-    switch (uMsg) {
-    case WM_INITDIALOG:
-        if (onInit)
-            onInit();
-        return TRUE;
-    case WM_COMMAND:
-        if (LOWORD(wParam) != IDOK && LOWORD(wParam) != IDCANCEL)
-            return FALSE;
-        EndDialog(hWnd, LOWORD(wParam));
-        return TRUE;
-    }
-    return FALSE;
+    if (uMsg == WM_INITDIALOG && onInit)
+        onInit();
+    if (uMsg == WM_COMMAND && onCommand)
+        onCommand(LOWORD(wParam), HIWORD(wParam));
+    if (uMsg == WM_COMMAND && (LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL))
+        return EndDialog(hWnd, LOWORD(wParam));
+    return uMsg == WM_INITDIALOG;
 }
 
-std::vector<std::string> UserTest::Taken()
+UserTest::Lines UserTest::Taken(const std::string &beginnings)
 {
-    return std::exchange(log, {});
-}
-
-std::vector<std::string> UserTest::Taken(std::vector<std::string> kinds)
-{
-    std::vector<std::string> taken = Taken();
+    Lines taken = std::exchange(log, {});
+    if (beginnings.empty())
+        return taken;
+    Lines wanted;
+    std::istringstream stream(beginnings);
+    for (std::string beginning; std::getline(stream, beginning, '|');)
+        wanted.push_back(beginning);
     std::erase_if(taken, [&](const std::string &line) {
-        return std::none_of(kinds.begin(), kinds.end(), [&](const std::string &kind) {
-            return line.compare(0, kind.size(), kind) == 0;
-        });
+        return std::ranges::none_of(wanted, [&](const auto &w) { return line.starts_with(w); });
     });
     return taken;
+}
+
+UserTest::Step UserTest::Came(std::string beginnings, Lines lines)
+{
+    return [=, this] { EXPECT_EQ(Taken(beginnings), lines); };
+}
+
+UserTest::Step UserTest::Focused(int id)
+{
+    return [id] {
+        HWND focus = SetFocus(nullptr);
+        SetFocus(focus);
+        EXPECT_EQ(GetDlgCtrlID(focus), id);
+    };
+}
+
+UserTest::Step UserTest::OnTop(int id)
+{
+    return [id] { EXPECT_EQ(GetDlgCtrlID(kvp::TopWindow()), id); };
 }
 
 std::string UserTest::TextOf(int id)
@@ -189,20 +198,15 @@ std::string UserTest::TextOf(int id)
     return szText;
 }
 
-void UserTest::SetText(int id, const char *text)
-{
-    SetDlgItemTextA(hDlg, id, text);
-}
-
 LRESULT UserTest::Send(int id, UINT msg, WPARAM wParam, LPARAM lParam)
 {
     return SendDlgItemMessageA(hDlg, id, msg, wParam, lParam);
 }
 
-void UserTest::Fill(int id, std::vector<const char *> texts)
+void UserTest::Fill(int id, UINT insert, const std::vector<const char *> &texts)
 {
     for (const char *text : texts)
-        Send(id, CB_INSERTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(text));
+        Send(id, insert, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(text));
 }
 
 COLORREF UserTest::PixelIn(int id, int x, int y)

@@ -1,6 +1,4 @@
 // The help engine: topics by number and by control, and what it says when there is none.
-#include <nlohmann/json.hpp>
-
 #include "platform/win32.h"
 #include "tests/platform/user_fixture.h"
 
@@ -15,13 +13,11 @@ class Help : public UserTest
                            {reinterpret_cast<const uint8_t *>(file.data()), file.size()});
         onMessage = [this](HWND hWnd, UINT uMsg, WPARAM, LPARAM lParam) -> std::optional<INT_PTR> {
             if (uMsg == WM_HELP)
-                Ask(static_cast<HWND>(reinterpret_cast<HELPINFO *>(lParam)->hItemHandle),
-                    HELP_WM_HELP, reinterpret_cast<ULONG_PTR>(aTable));
-            else if (uMsg == WM_CONTEXTMENU)
-                Ask(hWnd, HELP_CONTEXTMENU, reinterpret_cast<ULONG_PTR>(aTable));
-            else
-                return std::nullopt;
-            return TRUE;
+                return Ask(static_cast<HWND>(reinterpret_cast<HELPINFO *>(lParam)->hItemHandle),
+                           HELP_WM_HELP, reinterpret_cast<ULONG_PTR>(aTable));
+            if (uMsg == WM_CONTEXTMENU)
+                return Ask(hWnd, HELP_CONTEXTMENU, reinterpret_cast<ULONG_PTR>(aTable));
+            return std::nullopt;
         };
     }
     BOOL Ask(HWND hWnd, UINT command, ULONG_PTR data, const char *file = "C:\\winnt35\\help.hlp")
@@ -29,22 +25,17 @@ class Help : public UserTest
         return WinHelpA(hWnd, file, command, data);
     }
     static constexpr DWORD aTable[] = {IDD_PLAIN, 256, IDC_MIRROR, 277, IDC_MORE, 999, 0, 0};
-    std::function<void()> Topic(int context)
-    {
-        return [=] { EXPECT_EQ(GetDlgCtrlID(kvp::TopWindow()), context); };
-    }
 };
 
 TEST_F(Help, ShowsATopicBesideTheDialogUntilItIsClosed)
 {
-    Person({"focus 205", "key F1", Topic(277), "key Escape", Topic(IDD_PLAIN), "rightclick 205",
-            Topic(277), "cancel", Topic(IDD_PLAIN),
-            // A control without a topic is explained by its page, a second topic takes the place
-            // of the first, and whoever goes on with the dialog just clicks it.
-            "focus 202", "key F1", Topic(256), [this] { Ask(hDlg, HELP_CONTEXT, 277); }, Topic(277),
-            "click 205", Topic(IDD_PLAIN),
-            [this] { EXPECT_TRUE(IsDlgButtonChecked(hDlg, IDC_MIRROR)); }, "cancel"});
-    EXPECT_EQ(Dialog(IDD_PLAIN), 2);
+    InDialog({"focus 205", "key F1", OnTop(277), "key Escape", OnTop(IDD_PLAIN), "rightclick 205",
+              OnTop(277), "cancel", OnTop(IDD_PLAIN),
+              // A control without a topic is explained by its page, a second topic takes the place
+              // of the first, and whoever goes on with the dialog just clicks it.
+              "focus 202", "key F1", OnTop(256), [this] { Ask(hDlg, HELP_CONTEXT, 277); },
+              OnTop(277), "click 205", OnTop(IDD_PLAIN),
+              [this] { EXPECT_TRUE(IsDlgButtonChecked(hDlg, IDC_MIRROR)); }});
     EXPECT_EQ(kvp::TopWindow(), nullptr);
     EXPECT_EQ(kvp::ScreenPixel(700, 100), kvp::ScreenPixel(0, 0)) << "it goes with the last window";
 }

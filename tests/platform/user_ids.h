@@ -9,28 +9,21 @@
 #define IDD_EXTENDED 112
 #define IDD_HUGE 113
 
-#define IDC_MODE 200
 #define IDC_AUTO 201
 #define IDC_MANUAL 202
 #define IDC_COLOR 203
 #define IDC_BLACK 204
 #define IDC_MIRROR 205
 #define IDC_LIST 206
-#define IDC_PLAINLIST 207
 #define IDC_NUMBER 208
 #define IDC_SPIN 209
 #define IDC_TEXT 210
-#define IDC_FRAME 211
 #define IDC_PICTURE 212
 #define IDC_NAMES 213
 #define IDC_TRACK 214
-#define IDC_PLACE 215
 #define IDC_MORE 216
 #define IDC_LABEL 217
-#define IDC_READONLY 218
-#define IDC_LONG 219
 #define IDC_OWNERNAMES 220
-#define IDC_LINE 221
 
 #define IDB_MONO 300
 #define IDB_16 301

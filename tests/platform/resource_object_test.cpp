@@ -39,8 +39,9 @@ TEST_F(SharedObject, StartsWithItsFirstLoadAndStopsWithItsLastFree)
 {
     HMODULE module = LoadFirst(object.size());
     ASSERT_NE(module, nullptr);
-    EXPECT_EQ(kvp::LoadHostLibrary(path), module);
+    EXPECT_EQ(kvp::LoadHostLibrary(machine.strRoot + "/./maintain.dll"), module);
     EXPECT_TRUE(FreeLibrary(module));
+    EXPECT_EQ(StringOf(module, TEXT_LAST), "last");
     EXPECT_THAT(BoxesShown(), ElementsAre("start: last"));
     const auto answer = reinterpret_cast<int (*)()>(kvp::FindProc(module, "Answer"));
     ASSERT_NE(answer, nullptr);
@@ -49,6 +50,7 @@ TEST_F(SharedObject, StartsWithItsFirstLoadAndStopsWithItsLastFree)
     EXPECT_TRUE(FreeLibrary(module));
     EXPECT_THAT(BoxesShown(), ElementsAre("stop: last"));
     EXPECT_EQ(kvp::FindProc(module, "Answer"), nullptr);
+    EXPECT_FALSE(FreeLibrary(module)) << "once too often";
 }
 
 TEST_F(SharedObject, ARefusalRefusesTheLoad)
@@ -104,15 +106,15 @@ TEST_F(SharedObject, DamagedSectionsNameNothingOutsideTheFile)
 {
     ASSERT_EQ(kvp::ElfSection(object, ".rsrc").size(), HostFile(KV_SAMPLE_LIBRARY).size());
     size_t nMissing = 0;
+    const std::vector<uint8_t> old = object;
     const auto tryAt = [&](uint64_t at, uint64_t value, size_t width) {
-        const std::vector<uint8_t> old(&object[at], &object[at] + width);
         std::memcpy(&object[at], &value, width);
         const std::span<const uint8_t> found = kvp::ElfSection(object, ".rsrc");
         nMissing += found.empty();
         const auto before = static_cast<uint64_t>(found.data() - object.data());
         if (!found.empty() && (before > object.size() || found.size() > object.size() - before))
             ADD_FAILURE() << width << " bytes at " << at << " changed to " << value;
-        std::memcpy(&object[at], old.data(), width);
+        std::memcpy(&object[at], &old[at], width);
     };
     const uint64_t sections = SectionsAt();
     for (uint64_t at = 0; at + 8 <= object.size(); at = at == 56 ? sections : at + 1) {

@@ -75,13 +75,15 @@ const struct {
      1},
 };
 
+void Refused(BOOL bResult, DWORD dwError)
+{
+    EXPECT_EQ(std::pair(bResult, GetLastError()), std::pair(FALSE, dwError));
+}
+
 TEST_F(SpoolerInfo, ReadersAskForTheirSizeAndUseNoMore)
 {
     for (const auto &row : aReaders) {
         SCOPED_TRACE(row.why);
-        const auto Refused = [](BOOL bResult, DWORD dwError) {
-            EXPECT_EQ(std::pair(bResult, GetLastError()), std::pair(FALSE, dwError));
-        };
         DWORD cb = 0, cbAgain = 0;
         Refused(row.read(hPrinter, row.dwLevel, nullptr, 0, &cb), TOO_SMALL);
         Bytes buffer(cb + 16, 0x55);
@@ -98,8 +100,7 @@ TEST_F(SpoolerInfo, ReadersAskForTheirSizeAndUseNoMore)
             Refused(row.read(INVALID_HANDLE_VALUE, row.dwLevel, nullptr, 0, &cb), BAD_HANDLE);
     }
     DWORD cb = 0;
-    EXPECT_FALSE(GetPrinterDriverW(hPrinter, u"Windows 4.0", 2, nullptr, 0, &cb));
-    EXPECT_EQ(GetLastError(), BAD_ENVIRONMENT);
+    Refused(GetPrinterDriverW(hPrinter, u"Windows 4.0", 2, nullptr, 0, &cb), BAD_ENVIRONMENT);
     char szDirectory[MAX_PATH];
     GetPrinterDriverDirectoryA(nullptr, "", 1, reinterpret_cast<LPBYTE>(szDirectory), MAX_PATH,
                                &cb);
@@ -178,8 +179,7 @@ TEST_F(SpoolerInfo, AHandleOutlivesItsMachineButNotItsPrinter)
     Apply();
     kvp::RemoveQueue("BÜRO Ä");
     DWORD cb = 0;
-    EXPECT_FALSE(GetPrinterW(hPrinter, 2, nullptr, 0, &cb));
-    EXPECT_EQ(GetLastError(), NO_SUCH_PRINTER);
+    Refused(GetPrinterW(hPrinter, 2, nullptr, 0, &cb), NO_SUCH_PRINTER);
     EXPECT_EQ(SetPrinterDataW(hPrinter, u"Value", REG_BINARY, nullptr, 0), NO_SUCH_PRINTER);
 }
 

@@ -14,7 +14,7 @@
 #include "dialogs/settings_table.h"
 #include "resources/detail_ids.h"
 #include "resources/pictures.h"
-#include "tests/support/samples.h"
+#include "tests/dialogs/dialog_test.h"
 
 namespace
 {
@@ -59,25 +59,17 @@ Person::Step SeesText(int id, const char *text)
     return [=] { EXPECT_EQ(SeenText(id), text) << id; };
 }
 
-class Detail : public SampleTest
+class Detail : public DialogTest
 {
   protected:
     Detail()
     {
-        UIInstance = UIINSTANCE{};
-        UIInstance.hResLib = LoadLibraryA((std::string(DRIVER_DIR) + "KJ820UI.DLL").c_str());
-        block.hResLib = UIInstance.hResLib;
         UIInstance.dat.lpDatHeader = std::make_unique<DatHeader>();
         UIInstance.dat.lpMedia = {{10, 0}, {20, 1}, {30, 2}};
         UIInstance.dat.lpResNames = {0, 1, 2, 3, 4, 9};
         UIInstance.dat.nMedia = 3;
         UIInstance.dat.nResNames = 5;
         Edit(1);
-    }
-    ~Detail() override
-    {
-        FreeLibrary(UIInstance.hResLib);
-        UIInstance = UIINSTANCE{};
     }
     // Resolutions with rules for both inks that leave everything to the user, a word each: the
     // name's letter (Economy, Draft, Fine, Superfine, Normal, or ? for none) and the media; then h
@@ -133,20 +125,11 @@ class Detail : public SampleTest
         settings.b16 = b16;
         Edit(settings);
     }
-    INT_PTR Run()
-    {
-        const INT_PTR nResult =
-            DialogBoxParamA(UIInstance.hResLib, MAKEINTRESOURCEA(IDD_DETAIL), nullptr,
-                            DetailDlgProc, reinterpret_cast<LPARAM>(&block));
-        EXPECT_EQ(kvp::CurrentlyHeld().nBlocks, 0u);
-        EXPECT_EQ(kvp::CurrentlyHeldGui().nObjects, 0u);
-        return nResult;
-    }
     INT_PTR Open(std::vector<Person::Step> steps)
     {
-        person.Will(std::move(steps));
-        const INT_PTR nResult = Run();
-        person.ExpectDone();
+        const INT_PTR nResult = OpenDialog(IDD_DETAIL, DetailDlgProc, std::move(steps));
+        EXPECT_EQ(kvp::CurrentlyHeld().nBlocks, 0u);
+        EXPECT_EQ(kvp::CurrentlyHeldGui().nObjects, 0u);
         return nResult;
     }
     // The resolution that this leads to from another one.
@@ -158,9 +141,6 @@ class Detail : public SampleTest
         EXPECT_EQ(UIInstance.nCurRes, dm.Settings.wResolution);
         return UIInstance.nCurRes;
     }
-
-    DriverDevMode dm{};
-    CBSTRUC block{&dm, &UIInstance, nullptr, nullptr, nullptr};
 };
 
 TEST_F(Detail, WhatIsTypedBecomesANumberInItsBounds)

@@ -79,16 +79,6 @@ TEST_F(Helpers, AnEditFieldIsGreyByItselfAlsoInThe3dLook)
     Disable3dCtl();
 }
 
-TEST_F(Helpers, The3dLookLeavesPagesAlone)
-{
-    InstallLibrary(KV_TEST_CTL3D_UNSUBCLASSED, CTL3D);
-    Enable3dCtl();
-    for (const UINT uMsg : {WM_CTLCOLORDLG, WM_CTLCOLORSTATIC, WM_SYSCOLORCHANGE, WM_DESTROY})
-        Check({"no brush is made", uMsg, false, ONE, NONE}, ChangeBackColor);
-    Disable3dCtl();
-    Check({"afterwards it is", WM_CTLCOLORDLG, false, THE_BRUSH, ANOTHER}, ChangeBackColor);
-}
-
 TEST_F(Helpers, AProgramIsJudgedByItsNewerHeader)
 {
     const auto with = [](size_t at, BYTE b) {

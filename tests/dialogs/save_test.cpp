@@ -7,8 +7,6 @@
 
 #include <gmock/gmock.h>
 
-#include "base/modeltable.h"
-#include "base/text.h"
 #include "dialogs/pages.h"
 #include "dialogs/settings_table.h"
 #include "resources/about_ids.h"
@@ -16,8 +14,8 @@
 #include "resources/pictures.h"
 #include "resources/save_ids.h"
 #include "resources/styles.h"
+#include "tests/dialogs/dialog_test.h"
 #include "tests/support/model_builder.h"
-#include "tests/support/samples.h"
 
 namespace
 {
@@ -31,26 +29,15 @@ constexpr const char *ANOTHER = R"(type 5204 "Another")", *PRESS_SAVE = "click 5
                      *PRESS_DELETE = "click 2017",
                      *USER_FILE = "C:\\winnt35\\system32\\KJ820PRO.ucf";
 
-class SaveDialog : public SampleTest
+class SaveDialog : public DialogTest
 {
   protected:
     SaveDialog()
     {
-        LoadDataFile();
-        UIInstance = UIINSTANCE{};
-        UIInstance.hResLib = LoadLibraryA((std::string(DRIVER_DIR) + "KJ820UI.DLL").c_str());
         UIInstance.dat.nAuto = 2;
         UIInstance.dat.nPreset = FIRST_SLOT - 2;
         UIInstance.dat.nSettings = FIRST_SLOT + SLOTS;
         UIInstance.dat.CfgHeader.wUserSlots = SLOTS;
-        const WCHAR wszName[32] = u"KORVA KJ-820 Pro";
-        KVMemcpy(dm.wszModelName, wszName, sizeof wszName);
-    }
-    ~SaveDialog() override
-    {
-        FreeLibrary(UIInstance.hResLib);
-        UIInstance = UIINSTANCE{};
-        FreeDataFile();
     }
     // A table with these in use, the newest first, and a person who has settings of rule 7.
     void Keep(const std::vector<std::string> &aNames, int32_t nCurrent = KV_CUSTOM_SETTINGS)
@@ -73,14 +60,9 @@ class SaveDialog : public SampleTest
         dm.Settings.wIndex = static_cast<uint16_t>(nCurrent);
         dm.Settings.wRule = 7;
     }
-    INT_PTR Open(std::vector<Person::Step> steps, WORD idDialog = IDD_SAVE,
-                 DLGPROC proc = SaveDlgProc)
+    INT_PTR Open(std::vector<Person::Step> steps)
     {
-        person.Will(std::move(steps));
-        const INT_PTR nResult = DialogBoxParamA(UIInstance.hResLib, MAKEINTRESOURCEA(idDialog),
-                                                nullptr, proc, reinterpret_cast<LPARAM>(&block));
-        person.ExpectDone();
-        return nResult;
+        return OpenDialog(IDD_SAVE, SaveDlgProc, std::move(steps));
     }
     static SettingsRecord &Slot(size_t n) { return UIInstance.dat.lpSettings[FIRST_SLOT + n]; }
     // Every slot as its name, or "-", with its number and what it was made with.
@@ -105,9 +87,6 @@ class SaveDialog : public SampleTest
         file.ignore(2);
         return {std::istreambuf_iterator<char>(file), {}};
     }
-
-    DriverDevMode dm{};
-    CBSTRUC block{&dm, &UIInstance, nullptr, nullptr, nullptr};
 };
 
 TEST_F(SaveDialog, ANameSaysWhatCanBeDoneWithIt)
@@ -258,7 +237,7 @@ TEST_F(SaveDialog, AboutShowsMakerAndModelAndOnlyCloses)
         EXPECT_EQ(PixelOf(IDC_ABOUT_CLOSE, -5, -5), RGB(192, 192, 192)) << "as grey as the sheet";
     };
     for (const char *way : {"click 2123", "key Escape"})
-        EXPECT_EQ(Open({look, way}, IDD_ABOUT, AboutDlgProc), 1);
+        EXPECT_EQ(OpenDialog(IDD_ABOUT, AboutDlgProc, {look, way}), 1);
 }
 
 } // namespace

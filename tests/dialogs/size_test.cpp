@@ -5,14 +5,12 @@
 
 #include <gmock/gmock.h>
 
-#include "base/modeltable.h"
-#include "base/text.h"
 #include "datafile/loader.h"
 #include "datafile/tables.h"
 #include "dialogs/helpers.h"
 #include "dialogs/pages.h"
 #include "resources/size_ids.h"
-#include "tests/support/samples.h"
+#include "tests/dialogs/dialog_test.h"
 
 namespace
 {
@@ -85,40 +83,20 @@ Person::Step IsLimitedTo(const std::string &text)
     return [=] { EXPECT_EQ(LimitsSeen(), text); };
 }
 
-class SizeDialog : public SampleTest
+class SizeDialog : public DialogTest
 {
   protected:
-    SizeDialog() { Prepare(); }
-    ~SizeDialog() override { Release(); }
+    SizeDialog() { ReadModel(); }
+    ~SizeDialog() override { Free_DATFile(nullptr); }
     // The model's tables as a page has read them, and a record with an A4 sheet of the user's own.
-    void Prepare()
+    void ReadModel()
     {
-        LoadDataFile();
-        const WCHAR wszName[32] = u"KORVA KJ-820 Pro";
-        KVMemcpy(dm.wszModelName, wszName, sizeof wszName);
         dm.dwUnit = 1;
         dm.lPaperWidth = 2100;
         dm.lPaperLength = 2970;
-        UIInstance = {};
         EXPECT_TRUE(Get_DATFile(&dm));
-        UIInstance.hResLib = LoadLibraryA((std::string(DRIVER_DIR) + "KJ820UI.DLL").c_str());
     }
-    void Release()
-    {
-        FreeLibrary(UIInstance.hResLib);
-        Free_DATFile(nullptr);
-        FreeDataFile();
-    }
-    INT_PTR Open(Steps steps)
-    {
-        person.Will(std::move(steps));
-        CBSTRUC block{&dm, &UIInstance, UIInstance.hResLib, nullptr, nullptr};
-        const INT_PTR nResult =
-            DialogBoxParamA(UIInstance.hResLib, MAKEINTRESOURCEA(IDD_SIZE), nullptr, UserDlgProc,
-                            reinterpret_cast<LPARAM>(&block));
-        person.ExpectDone();
-        return nResult;
-    }
+    INT_PTR Open(Steps steps) { return OpenDialog(IDD_SIZE, UserDlgProc, std::move(steps)); }
     // Saves sizes of 1000, 1001, ... by 2000 under these names and leaves.
     void SaveAll(const Texts &names)
     {
@@ -155,8 +133,6 @@ class SizeDialog : public SampleTest
         EXPECT_TRUE(Get_DatFileLib(&dm, &fresh));
         return Slots(fresh, n);
     }
-
-    DriverDevMode dm{};
 };
 
 TEST_F(SizeDialog, OpensWithTheRecordsSizeAndUnitAndConvertsBetweenUnits)
@@ -250,11 +226,13 @@ TEST_F(SizeDialog, LongNamesAreCutBetweenCharacters)
     EXPECT_EQ(Open({Name(std::string(30, 'n')),
                     Sees(std::string(24, 'n') + ": 2100 x 2970 mm, save"), CANCEL}),
               -1);
+    Free_DATFile(nullptr);
     Release();
     machine.wLang = 0x0411;
     machine.uAnsiCodePage = 932;
     Apply();
     Prepare();
+    ReadModel();
     static const struct {
         const char *typed, *cut;
     } aRows[] = {

@@ -168,10 +168,10 @@ const std::vector<std::string> RAISED = {"KWKK KWWW KWFF KWFF ", "KKKK WFKK FFKK
                                          "KKFF KFFF WWWW WWWW ", "FFWW FFWW WWWW WWWW "};
 
 // Asks the page for a button's drawing, as the system does.
-void Draw(int id, UINT action, UINT state, UINT type = ODT_BUTTON)
+void Draw(int id, UINT action, UINT state)
 {
     DRAWITEMSTRUCT item{};
-    item.CtlType = type;
+    item.CtlType = ODT_BUTTON;
     item.CtlID = static_cast<UINT>(id);
     item.itemAction = action;
     item.itemState = state;
@@ -237,20 +237,6 @@ TEST_F(UtilityPage, TheFocusIsSeenWhereItIs)
     EXPECT_EQ(ShowUtility({seenOn(0), "focus 2020", seenOn(2020), "focus 2019", seenOn(2019),
                            repaint, seenOn(2019), "key Tab", seenOn(0), "cancel"}),
               2);
-}
-
-TEST_F(UtilityPage, OnlyItsButtonsAreDrawn)
-{
-    StartWithLibrary();
-    const auto draw = [] {
-        Draw(IDC_UTILITY_CLEANING, ODA_SELECT, ODS_SELECTED, ODT_COMBOBOX);
-        Draw(IDC_UTILITY_CLEANING_TITLE, ODA_FOCUS, ODS_FOCUS);
-    };
-    const auto look = [] {
-        EXPECT_EQ(Corners(IDC_UTILITY_CLEANING), RAISED);
-        EXPECT_EQ(PixelOf(IDC_UTILITY_CLEANING_TITLE, 0, 0), GREY);
-    };
-    EXPECT_EQ(ShowUtility({draw, look, "cancel"}), 2);
 }
 
 TEST_F(UtilityPage, WithoutPicturesThereAreFramesAndTheFocusStillCounts)

@@ -12,8 +12,8 @@
     X(PrinterProperties)                                                                           \
     X(DrvDeviceCapabilities)                                                                       \
     X(DevQueryPrint)                                                                               \
-    X(KVDD_GetOrgDevMode) X(KVDD_GetDrivInfo) X(KVDD_GetCmdLevel) X(KVDD_GetRange) X(KVDD_GetData) \
-        X(KVDD_SetData)
+    X(KVDD_GetOrgDevMode)                                                                          \
+    X(KVDD_GetDrivInfo) X(KVDD_GetCmdLevel) X(KVDD_GetRange) X(KVDD_GetData) X(KVDD_SetData)
 
 // Loads on Load(), frees when it ends. Not loaded: every pointer null.
 struct LoadedDriver {

@@ -81,8 +81,9 @@ TEST_F(ApiTest, OneWordRangesAreTheHighestValues)
 
 TEST_F(ApiTest, TheRecordLiesWhereTheBlockSays)
 {
-    for (const int16_t distance : {160, 161, -562, -1001, 32767, -32768}) {
-        SCOPED_TRACE(distance);
+    for (const int at : {160, 161, -562, -1001, 32767, -32768}) {
+        SCOPED_TRACE(at);
+        const auto distance = static_cast<int16_t>(at);
         std::vector<uint8_t> area(70000, 0xAB);
         uint8_t *block = area.data() + 33001;
         std::memcpy(block + 122, &distance, sizeof distance);

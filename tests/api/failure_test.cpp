@@ -169,7 +169,7 @@ constexpr std::pair<kvp::Call, const char *> aKinds[] = {
     {kvp::Call::OpenFile, "open "},       {kvp::Call::Read, "read "},
     {kvp::Call::Write, "write "},         {kvp::Call::Close, "close "},
     {kvp::Call::Alloc, "alloc "},         {kvp::Call::Store, "store "},
-    {kvp::Call::LoadLibrary, "library "},
+    {kvp::Call::LoadLibrary, "library "}, {kvp::Call::SystemVersion, "version "},
 };
 static_assert(std::size(aKinds) == static_cast<size_t>(kvp::Call::Count));
 

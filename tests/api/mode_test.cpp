@@ -4,8 +4,8 @@
 TEST_F(ApiTest, MediaIsThatOfTheResolutionNotTheRecordsOwn)
 {
     KVDDPRINTMODE mode = {7, 7, 7, 7};
-    for (const int16_t resolution : {2, -1, 32767}) { // outside the table there is none
-        record.Settings.wResolution = resolution;
+    for (const int resolution : {2, -1, 32767}) { // outside the table there is none
+        record.Settings.wResolution = static_cast<int16_t>(resolution);
         EXPECT_EQ(Word(KVDD_MEDIA), 1000000 - 7) << resolution;
         EXPECT_EQ(Get(KVDD_PRINTMODE, &mode), -7) << resolution;
     }

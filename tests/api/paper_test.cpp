@@ -127,8 +127,8 @@ TEST_F(ApiTest, OnlyTheModelsPapersCanBeSet)
     model.AddUserPaper("Card", 1000, 1500, 1, 1);
     Install();
     const std::string untouched = BytesOf(record);
-    for (const SHORT id : {2, 768, 0, -1})
-        EXPECT_EQ(SetPaper({1000, 1500, id, 0}), -2) << id;
+    for (const int id : {2, 768, 0, -1})
+        EXPECT_EQ(SetPaper({1000, 1500, static_cast<int16_t>(id), 0}), -2) << id;
     EXPECT_EQ(BytesOf(record), untouched);
 }
 
@@ -225,8 +225,8 @@ TEST_F(ApiTest, ASourceThatCannotFeedThePaperTakesItsFirstOneAndKeepsTheSize)
 
 TEST_F(ApiTest, OfSavedPapersWithThePapersIdTheLastStays)
 {
-    for (const int16_t mask : {2, 2, 1}) {
-        model.AddUserPaper("Card", 1000, 1500, 1, mask);
+    for (const bool bFed : {true, true, false}) {
+        model.AddUserPaper("Card", 1000, 1500, 1, bFed ? 2 : 1);
         model.userPapers.back().paper.wId = 9;
     }
     Install();

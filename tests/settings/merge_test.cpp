@@ -2,6 +2,7 @@
 #include "tests/datafile/model_test.h"
 
 #include <algorithm>
+#include <array>
 #include <memory>
 
 #include "settings/defaults.h"
@@ -49,13 +50,6 @@ struct Block : DatFile {
 };
 
 } // namespace
-
-TEST_F(MergeTest, NoRecordIsRefused)
-{
-    EXPECT_FALSE(KVMergeDevMode(nullptr, &foreign, nullptr, nullptr));
-    EXPECT_FALSE(KVMergeDevMode(&dm, nullptr, nullptr, nullptr));
-    EXPECT_EQ(BytesOf(dm), BytesOf(expected));
-}
 
 namespace
 {
@@ -163,51 +157,31 @@ TEST_F(MergeTest, AnEqualFreeSizeIsNotTakenAgain)
 
 TEST_F(MergeTest, AFieldBeyondTheSendersSizeIsNotThere)
 {
-    static const struct {
-        const char *why;
-        uint16_t wSize;
-        int16_t sOrientation, sPaper, sCopies, sSource;
-    } aRows[] = {
-        {"no size at all", 0, 1, 9, 2, 7},         {"no flags", 75, 1, 9, 2, 7},
-        {"flags alone", 76, 1, 9, 2, 7},           {"half an orientation", 77, 1, 9, 2, 7},
-        {"up to the orientation", 78, 2, 9, 2, 7}, {"half a paper", 79, 2, 9, 2, 7},
-        {"up to the paper", 80, 2, 1, 2, 7},       {"half the copies", 87, 2, 1, 2, 7},
-        {"up to the copies", 88, 2, 1, 5, 7},      {"half a source", 89, 2, 1, 5, 7},
-        {"up to the source", 90, 2, 1, 5, 4},      {"longer than ours", 220, 2, 1, 5, 4},
-    };
-    for (const auto &row : aRows) {
-        SCOPED_TRACE(row.why);
+    for (uint16_t wSize = 0; wSize < 220; ++wSize) {
         Start();
-        foreign.dm.dmSize = row.wSize;
+        dm.dm.dmDefaultSource = 4;
+        foreign.dm.dmSize = wSize;
         foreign.dm.dmFields = ALL_FLAGS;
         foreign.dm.dmOrientation = 2;
-        foreign.dm.dmPaperSize = 1;
+        foreign.dm.dmPaperSize = 256;
+        foreign.dm.dmPaperLength = foreign.dm.dmPaperWidth = 1000;
         foreign.dm.dmCopies = 5;
-        foreign.dm.dmDefaultSource = 4;
+        foreign.dm.dmDefaultSource = 7;
         // A block of its own, no longer than it says, at an odd address.
-        const size_t cb = std::max<size_t>(row.wSize, 72);
+        const size_t cb = std::max<size_t>(wSize, 72);
         const auto block = std::make_unique<uint8_t[]>(cb + 1);
         std::memcpy(block.get() + 1, &foreign, std::min(cb, sizeof foreign));
         EXPECT_TRUE(KVMergeDevMode(&dm, reinterpret_cast<const DriverDevMode *>(block.get() + 1),
                                    nullptr, nullptr));
-        EXPECT_EQ(dm.dm.dmOrientation, row.sOrientation);
-        EXPECT_EQ(dm.dm.dmPaperSize, row.sPaper);
-        EXPECT_EQ(dm.dm.dmCopies, row.sCopies);
-        EXPECT_EQ(dm.dm.dmDefaultSource, row.sSource);
+        const auto ends = [wSize](uint16_t wEnd, int sent, int own) {
+            return wSize >= wEnd ? sent : own;
+        };
+        EXPECT_THAT((std::array<int, 6>{dm.dm.dmOrientation, dm.dm.dmPaperSize, dm.lPaperLength,
+                                        dm.lPaperWidth, dm.dm.dmCopies, dm.dm.dmDefaultSource}),
+                    ElementsAre(ends(78, 2, 1), ends(80, 256, 9), ends(82, 1000, 2970),
+                                ends(84, 1000, 2100), ends(88, 5, 2), ends(90, 7, 4)))
+            << wSize;
     }
-}
-
-TEST_F(MergeTest, AFreeSizeHalfThereIsTakenByHalves)
-{
-    foreign.dm.dmSize = 83; // the length is there, the width is not
-    foreign.dm.dmFields = ALL_FLAGS;
-    foreign.dm.dmOrientation = 1;
-    foreign.dm.dmPaperSize = 256;
-    foreign.dm.dmPaperLength = 1000;
-    foreign.dm.dmPaperWidth = 1000;
-    Merge();
-    EXPECT_EQ(dm.lPaperLength, 1000);
-    EXPECT_EQ(dm.lPaperWidth, 2100);
 }
 
 TEST_F(MergeTest, ThePrivatePartIsTakenOnlyFromOurOwnKind)
@@ -281,6 +255,8 @@ TEST_F(MergeTest, HostilePrivatePartsLeadNowhere)
 
 TEST_F(MergeTest, WithoutFilesOnlyCopiesAndOrientationAreTaken)
 {
+    EXPECT_FALSE(KVMergeDevMode(nullptr, &foreign, nullptr, nullptr));
+    EXPECT_FALSE(KVMergeDevMode(&dm, nullptr, nullptr, nullptr));
     kvp::PutAbsentFile(DatPath());
     foreign.dm.dmFields = ALL_FLAGS;
     foreign.dm.dmPaperSize = 1;
@@ -296,28 +272,17 @@ TEST_F(MergeTest, WithoutFilesOnlyCopiesAndOrientationAreTaken)
 
 TEST_F(MergeTest, EverySourceOfTheIdentifierIsWorkedOnInOrder)
 {
-    model.bins = {{7, 0, 0}, {4, 0x100, 1}, {4, 0x200, 2}};
+    // The identifier has a sign in the record only.
+    model.bins = {{7, 0, 0}, {0x8003, 0x100, 1}, {0x8003, 0x200, 2}};
     model.papers.push_back(model.papers[0]);
     model.papers[3].wId = 55;
     model.papers[3].wBinMask = 4; // fed from kind 2 alone
     Start();
     foreign.dm.dmFields = KV_DM_DEFAULTSOURCE;
-    foreign.dm.dmDefaultSource = 4;
-    MergeSource(&dm, &foreign);
-    EXPECT_EQ(dm.nBin, 2);
-    EXPECT_EQ(+dm.nPrintArea, 1);
-    EXPECT_EQ(dm.dm.dmPaperSize, 55);
-    EXPECT_EQ(dm.nPaper, 3);
-}
-
-TEST_F(MergeTest, ASourceIdentifierHasASignInTheRecordOnly)
-{
-    model.bins[1].wId = 0x8003;
-    Start();
-    foreign.dm.dmFields = KV_DM_DEFAULTSOURCE;
     foreign.dm.dmDefaultSource = static_cast<int16_t>(0x8003);
     MergeSource(&dm, &foreign);
-    EXPECT_EQ(dm.nBin, 1);
+    EXPECT_THAT((std::array<int, 4>{dm.nBin, dm.nPrintArea, dm.dm.dmPaperSize, dm.nPaper}),
+                ElementsAre(2, 1, 55, 3));
 }
 
 TEST_F(MergeTest, ASourceKeepsThePaperOrMovesItToItsFirst)
@@ -347,9 +312,8 @@ TEST_F(MergeTest, ASourceKeepsThePaperOrMovesItToItsFirst)
         dm.dm.dmPaperWidth = 7777;
         dm.nPaper = 88;
         ModifySource(&dm, row.dwKind, &block);
-        EXPECT_EQ(dm.dm.dmPaperSize, row.nNewPaperId);
-        EXPECT_EQ(dm.nPaper, row.nPaper);
-        EXPECT_EQ(dm.dm.dmPaperWidth, row.nWidth);
+        EXPECT_THAT((std::array<int, 3>{dm.dm.dmPaperSize, dm.nPaper, dm.dm.dmPaperWidth}),
+                    ElementsAre(row.nNewPaperId, row.nPaper, row.nWidth));
     }
 }
 
@@ -367,24 +331,17 @@ TEST_F(MergeTest, TheAreaRuleComesBeforeTheNewPapersMargins)
 
 TEST_F(MergeTest, TheRuleOfTheSourceSetsTheArea)
 {
-    static const struct {
-        uint16_t wFlags;
-        int32_t nPrintArea; // 9: left as it was
-    } aRows[] = {{0x000, 9}, {0x100, 2}, {0x200, 1},  {0x300, 2},
-                 {0x400, 1}, {0x500, 9}, {0xF1FF, 2}, {0x001, 9}};
-    for (const auto &row : aRows) {
-        model.bins[1].wFlags = row.wFlags;
+    const std::pair<uint16_t, int32_t> aRows[] = {{0x000, 9}, {0x100, 2}, {0x200, 1},  {0x300, 2},
+                                                  {0x400, 1}, {0x500, 9}, {0xF1FF, 2}, {0x001, 9}};
+    for (const auto &[wFlags, nPrintArea] : aRows) { // 9: left as it was
+        model.bins[1].wFlags = wFlags;
         Start();
         const Block block(dm);
-        dm.nPrintArea = 9;
-        dm.nBin = 1;
-        ModifyCheckBin(&dm, &block);
-        EXPECT_EQ(+dm.nPrintArea, row.nPrintArea) << row.wFlags;
-        for (const int nOutside : {2, -1}) {
+        for (const auto &[nBin, nExpected] : {std::pair{1, nPrintArea}, {2, 9}, {-1, 9}}) {
             dm.nPrintArea = 9;
-            dm.nBin = nOutside;
+            dm.nBin = nBin;
             ModifyCheckBin(&dm, &block);
-            EXPECT_EQ(+dm.nPrintArea, 9) << nOutside;
+            EXPECT_EQ(+dm.nPrintArea, nExpected) << wFlags << ", " << nBin;
         }
     }
 }
@@ -393,6 +350,7 @@ TEST_F(MergeTest, TheRuleOfTheSourceSetsTheArea)
 
 TEST_F(MergeTest, ANewPaperBringsSizeIndexAndMargins)
 {
+    // clang-format off
     static const struct {
         const char *why;
         int nPaperId;
@@ -401,10 +359,7 @@ TEST_F(MergeTest, ANewPaperBringsSizeIndexAndMargins)
     } aRows[] = {
         {"a paper", 1, 2100, 2880, {.length = 2794, .width = 2159, .nPaper = 1, .wRight = 138}},
         {"a slot in 0.1 mm", 768, 2100, 2880, {.length = 1480, .width = 1000, .nPaper = 3}},
-        {"a slot in 0.01 inch",
-         769,
-         2100,
-         2880,
+        {"a slot in 0.01 inch", 769, 2100, 2880,
          {.length = 1397, .width = 2159, .nPaper = 4, .dwUnit = 2, .wRight = 138}},
         {"the free size", 256, 2100, 2880, {.nPaper = 2, .wRight = 54}},
         {"the free size without a width", 256, 0, 2880, {.nPaper = -1}},
@@ -412,12 +367,10 @@ TEST_F(MergeTest, ANewPaperBringsSizeIndexAndMargins)
         {"an unknown paper", 77, 2100, 2880, {.nPaper = -1}},
         {"exactly the widest", 9, 2100, 2892, {.wRight = 42}},
         {"one more than the widest", 9, 2100, 2891, {.wRight = 43}},
-        {"past every field",
-         256,
-         0x7FFFFFFF,
-         0x7FFFFFFF,
+        {"past every field", 256, 0x7FFFFFFF, 0x7FFFFFFF,
          {.width = -1, .nPaper = 2, .wRight = 0xD581}},
     };
+    // clang-format on
     const Block block(dm);
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.why);
@@ -444,25 +397,21 @@ TEST_F(MergeTest, ANewPaperBringsSizeIndexAndMargins)
 
 TEST_F(MergeTest, CentredMarginsAreTheLargerOnes)
 {
-    model.papers[0].wLeft = 42;
     model.papers[0].wTop = 42;
     model.papers[0].wRight = 60;
-    model.papers[0].wBottom = 198;
     Start();
     const Block block(dm);
+    const auto margins = [this] {
+        return std::array<int, 4>{dm.wMarginLeft, dm.wMarginTop, dm.wMarginRight, dm.wMarginBottom};
+    };
     dm.nPrintArea = 2;
     dm.lMaxPrintWidth = 9999;
     Get_NewPaperMMSize(&dm, 9, &block);
-    EXPECT_EQ(dm.wMarginLeft, 60);
-    EXPECT_EQ(dm.wMarginRight, 60);
-    EXPECT_EQ(dm.wMarginTop, 198);
-    EXPECT_EQ(dm.wMarginBottom, 198);
-
+    EXPECT_THAT(margins(), ElementsAre(60, 198, 60, 198));
     dm.lPaperWidth = 32767; // 46441 - 42 - 2880: margins have no sign
     dm.lMaxPrintWidth = 2880;
     Get_NewPaperMMSize(&dm, 256, &block);
-    EXPECT_EQ(dm.wMarginRight, 43519);
-    EXPECT_EQ(dm.wMarginLeft, 43519);
+    EXPECT_THAT(margins(), ElementsAre(43519, 198, 43519, 198));
 }
 
 TEST_F(MergeTest, PapersAreFoundBeforeSlotsWhateverTheSource)

@@ -83,10 +83,9 @@ static void Close()
 
 // Without a display the library takes a driver that shows nothing, and a person would wait for
 // ever.
-static bool IsVisible(const char *driver)
+static bool IsVisible(const std::string &driver)
 {
-    const std::string name = driver ? driver : "";
-    return !name.empty() && name != "dummy" && name != "offscreen" && name != "evdev";
+    return !driver.empty() && driver != "dummy" && driver != "offscreen" && driver != "evdev";
 }
 
 static bool Fail(std::string &why, const std::string &reason)

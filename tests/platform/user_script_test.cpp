@@ -179,8 +179,6 @@ TEST_F(Scripts, ADumpSaysWhatAPersonSees)
     EXPECT_EQ(Events("action").front()["text"], "type 210 \"say \"\"A\"\"\" # a comment");
 }
 
-// ---- message boxes ------------------------------------------------------------------------------
-
 TEST_F(Scripts, BoxesAreAnsweredByTheirButtons)
 {
     OnMore(MB_OKCANCEL | MB_ICONEXCLAMATION);

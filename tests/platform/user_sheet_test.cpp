@@ -24,7 +24,7 @@ class SheetTest : public UserTest
     }
 };
 
-TEST_F(SheetTest, PagesAreMadeWhenTheyAreFirstShown)
+TEST_F(SheetTest, PagesAreMadeWhenTheyAreFirstShownAndToldWhatIsDone)
 {
     onMessage = [](HWND hWnd, UINT uMsg, WPARAM, LPARAM lParam) -> std::optional<INT_PTR> {
         if (uMsg == WM_INITDIALOG) {
@@ -35,8 +35,9 @@ TEST_F(SheetTest, PagesAreMadeWhenTheyAreFirstShown)
     };
     EXPECT_EQ(Sheet(Steps{PagesAreTold({"INITDIALOG 100", "SETACTIVE 100"}), "page \"Utility\"",
                           PagesAreTold({"KILLACTIVE 100", "INITDIALOG 102", "SETACTIVE 102"}),
-                          "page \"Main\"", PagesAreTold({"KILLACTIVE 102", "SETACTIVE 100"}),
-                          "page \"Main\"", PagesAreTold({}), "ok"}),
+                          "help", PagesAreTold({"HELP 102"}), "page \"Main\"",
+                          PagesAreTold({"KILLACTIVE 102", "SETACTIVE 100"}), "page \"Main\"",
+                          PagesAreTold({}), "ok"}),
               1);
     // Every page made so far, in page order.
     EXPECT_EQ(Taken("KILLACTIVE|APPLY|RESET|INITDIALOG"),
@@ -87,11 +88,6 @@ TEST_F(SheetTest, APageMayRefuseToBeLeftForAnother)
              PagesAreTold({"INITDIALOG 100", "SETACTIVE 100", "KILLACTIVE 100"})});
 }
 
-TEST_F(SheetTest, HelpGoesToThePageShown)
-{
-    InSheet({"page \"Paper\"", "help", Came("HELP", {"HELP 101"})});
-}
-
 TEST_F(SheetTest, TheFocusStartsInThePageAndStaysWithTheTabs)
 {
     constexpr int TABS = 0;
@@ -112,7 +108,6 @@ TEST_F(SheetTest, EnterOnAnOwnerDrawnButtonPressesOk)
 TEST_F(SheetTest, IsRefusedWithoutItsTemplates)
 {
     PROPSHEETPAGEA lost{};
-    lost.hInstance = hSample;
     lost.pszTemplate = MAKEINTRESOURCEA(999);
     PROPSHEETHEADERA header{};
     header.dwFlags = PSH_PROPSHEETPAGE;

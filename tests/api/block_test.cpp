@@ -48,10 +48,16 @@ TEST_F(ApiTest, WordsAreTakenWithinTheirBoundsAndReadBack)
     const struct {
         uint32_t item;
         Words taken, refused;
-    } aRows[] = {{KVDD_COPIES, {1, 99}, {0, 100, -1}},
-                 {KVDD_ORIENTATION, {1, 2}, {0, 3}},
-                 {KVDD_APIFLAG, {1, 0}, {2, -1}}};
+        int highest; // of the range
+    } aRows[] = {{KVDD_COPIES, {1, 99}, {0, 100, -1}, 99},
+                 {KVDD_ORIENTATION, {1, 2}, {0, 3}, 7}, // no range: the word stays
+                 {KVDD_COLOR, {}, {}, 2},
+                 {KVDD_PRINTMODE, {}, {}, 2},
+                 {KVDD_APIFLAG, {1, 0}, {2, -1}, 1}};
     for (const auto &row : aRows) {
+        uint16_t word = 7;
+        Range(row.item, &word);
+        EXPECT_EQ(word, row.highest) << row.item;
         for (const int value : row.taken) {
             EXPECT_EQ(Set(row.item, value), 0) << row.item;
             EXPECT_EQ(Word(row.item), value) << row.item;
@@ -66,17 +72,6 @@ TEST_F(ApiTest, WordsAreTakenWithinTheirBoundsAndReadBack)
     EXPECT_EQ(Word(KVDD_APIFLAG), 1) << "its low word is read";
     record.dm.dmCopies = 0;
     EXPECT_EQ(Word(KVDD_COPIES), 1000000 - 2) << "no copies to read";
-}
-
-TEST_F(ApiTest, OneWordRangesAreTheHighestValues)
-{
-    const std::pair<uint32_t, int> rows[] = {
-        {KVDD_COPIES, 99}, {KVDD_COLOR, 2}, {KVDD_PRINTMODE, 2}, {KVDD_APIFLAG, 1}};
-    for (const auto &[item, highest] : rows) {
-        uint16_t word = 0;
-        EXPECT_EQ(Range(item, &word), 0) << item;
-        EXPECT_EQ(word, highest) << item;
-    }
 }
 
 TEST_F(ApiTest, TheRecordLiesWhereTheBlockSays)

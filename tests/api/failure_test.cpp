@@ -114,16 +114,22 @@ struct Action {
 
 // clang-format off
 const Action aCalls[] = {
-    {"levels", 2, 2, "", [](T &) { return KVDD_GetCmdLevel(nullptr, KVDD_COPIES); }},
-    {"driver", 34, 34, "", [](T &t) { return KVDD_GetDrivInfo(&t.caller, t.list.Last(34)); }},
+    {"what asks for nothing", 8, 8, "", [](T &t) {
+         int32_t sum = KVDD_GetDrivInfo(&t.caller, t.list.Last(34)) - 34;
+         for (const uint32_t item : {10, 20, 30, 40, 50, 60, 70, 80, 110})
+             sum += KVDD_GetCmdLevel(nullptr, item) - 1;
+         for (const uint32_t item : {10, 50, 70, 110})
+             sum += t.Range(item, t.words);
+         for (const uint32_t item : {10, 20, 40, 50, 110})
+             sum += t.Get(item, t.words);
+         for (const uint32_t item : {10, 20, 50, 60, 110})
+             sum += t.Set(item, 1);
+         return sum;
+     }},
     {"defaults", 1, 0, FILES, [](T &t) {
          t.record = NamedRecord(u"KORVA One");
          return KVDD_GetOrgDevMode(nullptr, &t.record);
      }},
-    {"range of copies", 0, 0, "", [](T &t) { return t.Range(KVDD_COPIES, t.words); }},
-    {"range of colours", 0, 0, "", [](T &t) { return t.Range(KVDD_COLOR, t.words); }},
-    {"range of modes", 0, 0, "", [](T &t) { return t.Range(KVDD_PRINTMODE, t.words); }},
-    {"range of flags", 0, 0, "", [](T &t) { return t.Range(KVDD_APIFLAG, t.words); }},
     {"range of areas", 0, -7, FILES, [](T &t) { return t.Range(KVDD_PRINTAREA, t.words); }},
     {"papers, counted", 0, -7, FILES, [](T &t) { return t.Count(KVDD_PAPER, 5); }},
     {"papers, listed", 0, -7, FILES, [](T &t) { return t.List(KVDD_PAPER, 5); }},
@@ -131,26 +137,16 @@ const Action aCalls[] = {
     {"sources, listed", 0, -7, FILES, [](T &t) { return t.List(KVDD_SOURCE, 2); }},
     {"media, counted", 0, -7, FILES, [](T &t) { return t.Count(KVDD_MEDIA, 2); }},
     {"media, listed", 0, -7, FILES, [](T &t) { return t.List(KVDD_MEDIA, 2); }},
-    {"copies", 0, 0, "", [](T &t) { return t.Get(KVDD_COPIES, t.words); }},
-    {"orientation", 0, 0, "", [](T &t) { return t.Get(KVDD_ORIENTATION, t.words); }},
     {"paper", 0, 0, FILES, [](T &t) { return t.Get(KVDD_PAPER, t.words); }},
-    {"source", 0, 0, "", [](T &t) { return t.Get(KVDD_SOURCE, t.words); }},
-    {"colour", 0, 0, "", [](T &t) { return t.Get(KVDD_COLOR, t.words); }},
     {"media", 0, -7, FILES, [](T &t) { return t.Get(KVDD_MEDIA, t.words); }},
     {"mode", 0, -7, FILES, [](T &t) { return t.Get(KVDD_PRINTMODE, t.words); }},
     {"area", 0, -7, FILES, [](T &t) { return t.Get(KVDD_PRINTAREA, t.words); }},
-    {"flag", 0, 0, "", [](T &t) { return t.Get(KVDD_APIFLAG, t.words); }},
-    {"copies set", 0, 0, "", [](T &t) { return t.Set(KVDD_COPIES, 3); }},
-    {"orientation set", 0, 0, "", [](T &t) { return t.Set(KVDD_ORIENTATION, 2); }},
     {"paper set", 0, -7, FILES, [](T &t) { return t.SetPaper({0, 0, 1, 0}); }},
     {"free size set", 0, -7, FILES, [](T &t) { return t.SetPaper({999, 1500, 256, 0}); }},
     {"source set", 0, -7, FILES, [](T &t) { return t.Set(KVDD_SOURCE, 4); }},
-    {"colour not set", -1, -1, "", [](T &t) { return t.Set(KVDD_COLOR, 1); }},
-    {"media not set", -1, -1, "", [](T &t) { return t.Set(KVDD_MEDIA, 20); }},
     {"automatic set", 0, -7, FILES, [](T &t) { return t.SetMode({1, 2, 20, 1}); }},
     {"advanced set", 0, -7, FILES, [](T &t) { return t.SetMode({0, 0, 0, 0}); }},
     {"area set", 0, -7, FILES, [](T &t) { return t.Set(KVDD_PRINTAREA, 1); }},
-    {"flag set", 0, 0, "", [](T &t) { return t.Set(KVDD_APIFLAG, 1); }},
 };
 const Action aMerges[] = {
     {"defaults", 1, 1, "open read close alloc store ",

@@ -190,13 +190,3 @@ TEST_F(ApiTest, ThePrintableAreaBringsItsMargins)
     EXPECT_EQ(Set(KVDD_PRINTAREA, 1), 0);
     EXPECT_EQ(+record.wMarginTop, 5);
 }
-
-TEST_F(ApiTest, ARecordWithoutAnAreaIsRefusedBeforeAnyFileIsOpened)
-{
-    kvp::PutAbsentFile(DatPath());
-    for (const int area : {0, 3, -1}) {
-        record.nPrintArea = area;
-        EXPECT_EQ(Set(KVDD_PRINTAREA, 1), -2) << area;
-    }
-    EXPECT_EQ(BoxesShown(), Messages());
-}

@@ -108,17 +108,6 @@ TEST_F(DefaultsTest, ColourFollowsTheInk)
     }
 }
 
-TEST_F(DefaultsTest, TheMWRowIsChosenByTheDefaultsThemselves)
-{
-    model.mw[0].lSource = 7;
-    for (const auto &[wScale, lSecond, lLast] : {std::tuple{0, 360, 8}, {3, 720, 8}, {3, 360, 0}}) {
-        model.autoSettings[0].wDotScale = static_cast<uint16_t>(wScale);
-        model.mw[0].lResX2 = model.mw[0].lResY2 = lSecond;
-        TakeDefaults();
-        EXPECT_EQ(+dm.adwMWData[7], lLast) << wScale << ", " << lSecond;
-    }
-}
-
 TEST_F(DefaultsTest, AnIndexThatLeadsNowhereLeavesItsFieldsCleared)
 {
     static const struct {

@@ -41,22 +41,21 @@ class MergeTest : public ModelTest
         foreign.dm.dmDriverVersion = 1;
         foreign.dm.dmSize = KV_PUBLICSIZE;
     }
+    // The model's tables as they are now.
+    const DatFile *Load()
+    {
+        EXPECT_TRUE(Get_DatFileLib(&dm, &block));
+        return &block;
+    }
+    std::array<int, 4> Margins() const
+    {
+        return {dm.wMarginLeft, dm.wMarginTop, dm.wMarginRight, dm.wMarginBottom};
+    }
     BOOL Merge() { return KVMergeDevMode(&dm, &foreign, nullptr, nullptr); }
     DriverDevMode foreign{}, expected{};
+    DatFile block{};
 };
 
-struct Block : DatFile {
-    explicit Block(const DriverDevMode &dm) : DatFile{} { EXPECT_TRUE(Get_DatFileLib(&dm, this)); }
-};
-
-} // namespace
-
-namespace
-{
-
-struct Sent { // the fields that a merge may take; 0 unless named
-    int16_t orientation, paper, length, width, copies, source;
-};
 struct Outcome { // of the fields that a merge may change, as they stand before it
     int16_t orientation = 1, paper = 9, length = 2970, width = 2100, copies = 2, source = 7;
     int32_t nPaper = 0, nBin = 0, nPrintArea = 1;
@@ -89,57 +88,46 @@ TEST_F(MergeTest, PublicFieldsAreTakenOneByOne)
     static const struct {
         const char *why;
         uint32_t dwFlags;
-        Sent sent;
+        std::array<int16_t, 7> sent; // orientation, paper, length, width, scale, copies, source
         Outcome outcome;
     } aRows[] = {
-        {"nothing is meant", 0, {2, 1, 500, 500, 7, 4}, {}},
-        {"nothing else is ever meant", ALL_FLAGS & ~0x30Fu, {2, 1, 500, 500, 7, 4}, {}},
-        {"one copy", 0x100, {0, 0, 0, 0, 1, 0}, {.copies = 1}},
-        {"99 copies", 0x100, {0, 0, 0, 0, 99, 0}, {.copies = 99}},
-        {"no copies", 0x100, {0, 0, 0, 0, 0, 0}, {}},
-        {"100 copies", 0x100, {0, 0, 0, 0, 100, 0}, {}},
-        {"fewer than no copies", 0x100, {0, 0, 0, 0, -1, 0}, {}},
-        {"landscape", 0x1, {2, 0, 0, 0, 0, 0}, {.orientation = 2}},
-        {"no orientation", 0x1, {0, 0, 0, 0, 0, 0}, {}},
-        {"an unknown orientation", 0x1, {3, 0, 0, 0, 0, 0}, {}},
-        // 3060 - 42 - 2880
-        {"a paper, its width limited by the right margin", 0x2, {0, 1, 0, 0, 0, 0},
+        {"nothing is meant", 0, {2, 1, 500, 500, 17, 7, 4}, {}},
+        {"nothing else is ever meant", ALL_FLAGS & ~0x30Fu, {2, 1, 500, 500, 17, 7, 4}, {}},
+        {"one copy", 0x100, {0, 0, 0, 0, 17, 1, 0}, {.copies = 1}},
+        {"99 copies", 0x100, {0, 0, 0, 0, 17, 99, 0}, {.copies = 99}},
+        {"no copies", 0x100, {0, 0, 0, 0, 17, 0, 0}, {}},
+        {"100 copies", 0x100, {0, 0, 0, 0, 17, 100, 0}, {}},
+        {"landscape", 0x1, {2, 0, 0, 0, 17, 0, 0}, {.orientation = 2}},
+        {"no orientation", 0x1, {0, 0, 0, 0, 17, 0, 0}, {}},
+        {"an unknown orientation", 0x1, {3, 0, 0, 0, 17, 0, 0}, {}},
+        {"a paper, its width limited by the right margin", 0x2, {0, 1, 0, 0, 17, 0, 0},
          {.paper = 1, .length = 2794, .width = 2159, .nPaper = 1, .wRight = 138}},
-        {"a user's paper in 0.01 inch", 0x2, {0, 769, 0, 0, 0, 0},
-         {.paper = 769, .length = 1397, .width = 2159, .nPaper = 4, .dwUnit = 2, .wRight = 138}},
-        {"a paper that the model lacks", 0x2, {0, 77, 0, 0, 0, 0}, {.paper = 77}},
-        {"a free slot's paper", 0x2, {0, 770, 0, 0, 0, 0}, {.paper = 770}},
-        {"a free size, truncated", 0xE, {0, 256, 2051, 1234, 0, 0},
+        {"a paper that the model lacks", 0x2, {0, 77, 0, 0, 17, 0, 0}, {.paper = 77}},
+        {"a free size, truncated", 0xE, {0, 256, 2051, 1234, 17, 0, 0},
          {.paper = 256, .length = 2051, .width = 1234, .wWidth360 = 1748, .wLength360 = 2906}},
-        {"a free size whose length is not meant", 0xA, {0, 256, 2051, 2159, 0, 0},
+        {"a free size whose length is not meant", 0xA, {0, 256, 2051, 2159, 17, 0, 0},
          {.paper = 256, .width = 2159, .wWidth360 = 3060}},
-        {"a negative length, cut to its field", 0x6, {0, 256, -100, 0, 0, 0},
+        {"a negative length, cut to its field", 0x6, {0, 256, -100, 0, 17, 0, 0},
          {.paper = 256, .length = -100, .wLength360 = 0x10000 - 141}},
-        {"a size without its paper", 0xC, {0, 256, 1000, 1000, 0, 0}, {}},
-        {"a source with the area it sets, margins staying", 0x200, {0, 0, 0, 0, 0, 4},
+        {"a size without its paper", 0xC, {0, 256, 1000, 1000, 17, 0, 0}, {}},
+        {"a source with the area it sets, margins staying", 0x200, {0, 0, 0, 0, 17, 0, 4},
          {.source = 4, .nBin = 1, .nPrintArea = 2}},
-        {"an unknown source", 0x200, {0, 0, 0, 0, 0, 5}, {}},
-        // 2976 - 42 - 2880
-        {"an unknown paper and a source that moves it", 0x202, {0, 77, 0, 0, 0, 7}, {.wRight = 54}},
+        {"an unknown source", 0x200, {0, 0, 0, 0, 17, 0, 5}, {}},
+        {"an unknown paper and a source that moves it", 0x202, {0, 77, 0, 0, 17, 0, 7},
+         {.wRight = 54}},
     };
     // clang-format on
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.why);
         Start();
         std::memset(foreign.dm.dmDeviceName, 0x11, 64);
-        foreign.dm.dmColor = foreign.dm.dmCollate = foreign.dm.dmDuplex = foreign.dm.dmScale = 17;
+        foreign.dm.dmColor = foreign.dm.dmCollate = foreign.dm.dmDuplex = 17;
         foreign.dm.dmPrintQuality = foreign.dm.dmYResolution = 17;
         foreign.dm.dmFields = row.dwFlags;
-        foreign.dm.dmOrientation = row.sent.orientation;
-        foreign.dm.dmPaperSize = row.sent.paper;
-        foreign.dm.dmPaperLength = row.sent.length;
-        foreign.dm.dmPaperWidth = row.sent.width;
-        foreign.dm.dmCopies = row.sent.copies;
-        foreign.dm.dmDefaultSource = row.sent.source;
+        std::memcpy(&foreign.dm.dmOrientation, &row.sent, sizeof row.sent);
         Put(&expected, row.outcome);
         EXPECT_TRUE(Merge());
         EXPECT_EQ(BytesOf(dm), BytesOf(expected));
-        EXPECT_TRUE(NothingHeld());
     }
     EXPECT_THAT(BoxesShown(), IsEmpty());
 }
@@ -162,58 +150,39 @@ TEST_F(MergeTest, AFieldBeyondTheSendersSizeIsNotThere)
         dm.dm.dmDefaultSource = 4;
         foreign.dm.dmSize = wSize;
         foreign.dm.dmFields = ALL_FLAGS;
-        foreign.dm.dmOrientation = 2;
-        foreign.dm.dmPaperSize = 256;
-        foreign.dm.dmPaperLength = foreign.dm.dmPaperWidth = 1000;
-        foreign.dm.dmCopies = 5;
-        foreign.dm.dmDefaultSource = 7;
+        const int16_t aSent[] = {2, 256, 1000, 1000, 0, 5, 7};
+        std::memcpy(&foreign.dm.dmOrientation, aSent, sizeof aSent);
         // A block of its own, no longer than it says, at an odd address.
         const size_t cb = std::max<size_t>(wSize, 72);
-        const auto block = std::make_unique<uint8_t[]>(cb + 1);
-        std::memcpy(block.get() + 1, &foreign, std::min(cb, sizeof foreign));
-        EXPECT_TRUE(KVMergeDevMode(&dm, reinterpret_cast<const DriverDevMode *>(block.get() + 1),
-                                   nullptr, nullptr));
-        const auto ends = [wSize](uint16_t wEnd, int sent, int own) {
-            return wSize >= wEnd ? sent : own;
-        };
+        const auto room = std::make_unique<uint8_t[]>(cb + 1);
+        std::memcpy(room.get() + 1, &foreign, cb);
+        const auto *odd = reinterpret_cast<const DriverDevMode *>(room.get() + 1);
+        EXPECT_TRUE(KVMergeDevMode(&dm, odd, nullptr, nullptr));
         EXPECT_THAT((std::array<int, 6>{dm.dm.dmOrientation, dm.dm.dmPaperSize, dm.lPaperLength,
                                         dm.lPaperWidth, dm.dm.dmCopies, dm.dm.dmDefaultSource}),
-                    ElementsAre(ends(78, 2, 1), ends(80, 256, 9), ends(82, 1000, 2970),
-                                ends(84, 1000, 2100), ends(88, 5, 2), ends(90, 7, 4)))
+                    ElementsAre(wSize < 78 ? 1 : 2, wSize < 80 ? 9 : 256, wSize < 82 ? 2970 : 1000,
+                                wSize < 84 ? 2100 : 1000, wSize < 88 ? 2 : 5, wSize < 90 ? 4 : 7))
             << wSize;
     }
 }
 
 TEST_F(MergeTest, ThePrivatePartIsTakenOnlyFromOurOwnKind)
 {
-    static const struct {
-        const char *why;
-        void (*spoil)(DriverDevMode &);
-        bool bTaken;
-    } aRows[] = {
-        {"ours", [](DriverDevMode &) {}, true},
-        {"another layout", [](DriverDevMode &in) { in.dm.dmSpecVersion = 0x0401; }, false},
-        {"another version", [](DriverDevMode &in) { in.dm.dmDriverVersion = 858; }, false},
-        {"another size", [](DriverDevMode &in) { in.dm.dmSize = 220; }, false},
-        {"another private size", [](DriverDevMode &in) { in.dm.dmDriverExtra = 375; }, false},
-        {"another tag", [](DriverDevMode &in) { ++in.dwModelTag; }, false},
-    };
-    for (const auto &row : aRows) {
-        SCOPED_TRACE(row.why);
+    for (const int nSpoiled : {0, 64, 66, 68, 70, 188}) { // the four marks and the tag
+        SCOPED_TRACE(nSpoiled);
         Start();
         foreign = dm;
         foreign.dm.dmFields = KV_DM_COPIES;
         foreign.dm.dmCopies = 12;
         foreign.Settings.wInk = 5;
         foreign.Settings.wResolution = 1;
-        std::strcpy(foreign.szTmplName, "theirs");
-        row.spoil(foreign);
+        ++reinterpret_cast<uint8_t *>(&foreign)[nSpoiled]; // 0: in the name, which is not looked at
         EXPECT_TRUE(Merge());
         EXPECT_EQ(dm.dm.dmCopies, 12) << "public fields count in any case";
-        EXPECT_STREQ(dm.szTmplName, row.bTaken ? "theirs" : "TEMPLATE");
-        EXPECT_EQ(dm.dm.dmColor, row.bTaken ? 6 : 2);
-        EXPECT_EQ(+dm.lResX, row.bTaken ? 720 : 360) << "the resolution follows the settings";
-        EXPECT_EQ(dm.dm.dmYResolution, row.bTaken ? 720 : 360);
+        EXPECT_EQ(+dm.Settings.wInk, nSpoiled ? 1 : 5);
+        EXPECT_EQ(dm.dm.dmColor, nSpoiled ? 2 : 6);
+        EXPECT_EQ(+dm.lResX, nSpoiled ? 360 : 720) << "the resolution follows the settings";
+        EXPECT_EQ(dm.dm.dmYResolution, nSpoiled ? 360 : 720);
     }
 }
 
@@ -304,7 +273,7 @@ TEST_F(MergeTest, ASourceKeepsThePaperOrMovesItToItsFirst)
         {"a kind past the mask", 1, 16, 1, 88, 7777},
         {"a kind that would wrap around", 1, 0xFFFFFFE1, 1, 88, 7777},
     };
-    const Block block(dm);
+    Load();
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.why);
         dm = expected;
@@ -321,27 +290,23 @@ TEST_F(MergeTest, TheAreaRuleComesBeforeTheNewPapersMargins)
 {
     model.bins[0].wFlags = 0x300;
     Start();
-    const Block block(dm);
     dm.dm.dmPaperSize = 768;
-    ModifySource(&dm, 0, &block);
-    EXPECT_EQ(+dm.nPrintArea, 2);
-    EXPECT_EQ(dm.wMarginTop, 198);
-    EXPECT_EQ(dm.wMarginLeft, 54);
+    ModifySource(&dm, 0, Load());
+    EXPECT_THAT(Margins(), ElementsAre(54, 198, 54, 198));
 }
 
 TEST_F(MergeTest, TheRuleOfTheSourceSetsTheArea)
 {
-    const std::pair<uint16_t, int32_t> aRows[] = {{0x000, 9}, {0x100, 2}, {0x200, 1},  {0x300, 2},
-                                                  {0x400, 1}, {0x500, 9}, {0xF1FF, 2}, {0x001, 9}};
-    for (const auto &[wFlags, nPrintArea] : aRows) { // 9: left as it was
-        model.bins[1].wFlags = wFlags;
+    const int32_t aAreas[] = {9, 2, 1, 2, 1, 9}; // 9: left as it was
+    for (uint16_t wRule = 0; wRule < 6; ++wRule) {
+        model.bins[1].wFlags = static_cast<uint16_t>(wRule << 8 | 0xF0FF);
         Start();
-        const Block block(dm);
-        for (const auto &[nBin, nExpected] : {std::pair{1, nPrintArea}, {2, 9}, {-1, 9}}) {
+        Load();
+        for (const auto &[nBin, nExpected] : {std::pair{1, aAreas[wRule]}, {2, 9}, {-1, 9}}) {
             dm.nPrintArea = 9;
             dm.nBin = nBin;
             ModifyCheckBin(&dm, &block);
-            EXPECT_EQ(+dm.nPrintArea, nExpected) << wFlags << ", " << nBin;
+            EXPECT_EQ(+dm.nPrintArea, nExpected) << wRule << ", " << nBin;
         }
     }
 }
@@ -371,7 +336,7 @@ TEST_F(MergeTest, ANewPaperBringsSizeIndexAndMargins)
          {.width = -1, .nPaper = 2, .wRight = 0xD581}},
     };
     // clang-format on
-    const Block block(dm);
+    Load();
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.why);
         dm = expected;
@@ -400,18 +365,15 @@ TEST_F(MergeTest, CentredMarginsAreTheLargerOnes)
     model.papers[0].wTop = 42;
     model.papers[0].wRight = 60;
     Start();
-    const Block block(dm);
-    const auto margins = [this] {
-        return std::array<int, 4>{dm.wMarginLeft, dm.wMarginTop, dm.wMarginRight, dm.wMarginBottom};
-    };
+    Load();
     dm.nPrintArea = 2;
     dm.lMaxPrintWidth = 9999;
     Get_NewPaperMMSize(&dm, 9, &block);
-    EXPECT_THAT(margins(), ElementsAre(60, 198, 60, 198));
+    EXPECT_THAT(Margins(), ElementsAre(60, 198, 60, 198));
     dm.lPaperWidth = 32767; // 46441 - 42 - 2880: margins have no sign
     dm.lMaxPrintWidth = 2880;
     Get_NewPaperMMSize(&dm, 256, &block);
-    EXPECT_THAT(margins(), ElementsAre(43519, 198, 43519, 198));
+    EXPECT_THAT(Margins(), ElementsAre(43519, 198, 43519, 198));
 }
 
 TEST_F(MergeTest, PapersAreFoundBeforeSlotsWhateverTheSource)
@@ -419,7 +381,7 @@ TEST_F(MergeTest, PapersAreFoundBeforeSlotsWhateverTheSource)
     model.papers[1].wId = 768; // kinds 0 and 1, but from now on of none
     model.papers[1].wBinMask = 0;
     Start();
-    const Block block(dm);
+    Load();
     dm.dm.dmPaperSize = 768;
     ModifySource(&dm, 1, &block); // finds the slot, then sizes it by the identifier
     EXPECT_EQ(dm.nPaper, 1);

@@ -117,68 +117,51 @@ TEST_F(QueriesTest, SizesAreTenthsOfAMillimetreWhateverTheirUnit)
     EXPECT_EQ(Filled(Get_PaperSize, PaperSize{-7, -7})[2], (PaperSize{1000, 1480}));
 }
 
-TEST_F(QueriesTest, TheCurrentSizeIsIn360thsOfAnInch)
+// Sizes and margins in 1/360 inch, limits in 0.1 mm.
+TEST_F(QueriesTest, APaperIsTheModelsOrASlotInUseOrElseTheUserDefinedOne)
 {
     static const struct {
         const char *why;
         int16_t sPaper;
         PaperSize size;
+        PaperMargin margin;
+        PaperSize largest, smallest;
     } aRows[] = {
-        {"a paper as stored", 9, {2976, 4209}},
-        {"the user-defined size from its 0.1 mm", 256, {1749, 8048}},
-        {"a slot in 0.1 mm", 768, {1417, 2098}},
-        {"a slot in 0.01 inch", 769, {3060, 1980}},
-        {"a free slot is none: the record's own size", 770, {142, 283}},
-        {"nowhere: the record's own size", 77, {142, 283}},
+        {"a paper", 9, {2976, 4209}, {50, 60, 42, 198}, {111, 11176}, {890, 222}},
+        {"user-defined", 256, {1749, 8048}, {42, 60, 42, 198}, {2413, 11176}, {890, 1270}},
+        {"a slot in 0.1 mm", 768, {1417, 2098}, {42, 60, 42, 198}, {2413, 11176}, {890, 1270}},
+        {"a slot in 0.01 inch", 769, {3060, 1980}, {70, 60, 42, 198}, {333, 11176}, {890, 444}},
+        {"a free slot: its own size",
+         770,
+         {142, 283},
+         {42, 60, 42, 198},
+         {2413, 11176},
+         {890, 1270}},
+        {"unknown: its own size", -5, {142, 283}, {42, 60, 42, 198}, {2413, 11176}, {890, 1270}},
     };
+    const auto mark = [](PaperRecord &paper, int16_t n, int16_t sLeft) {
+        paper.wMaxWidth = static_cast<int16_t>(n);
+        paper.wMinLength = static_cast<int16_t>(n + 111);
+        paper.wLeft = sLeft;
+    };
+    mark(model.papers[0], 111, 50);
+    mark(model.userPapers[1].paper, 333, 70);
+    Install();
     dm.dm.dmPaperWidth = 100;
     dm.dm.dmPaperLength = 200;
+    PaperSize size, largest, smallest;
+    PaperMargin margin;
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.why);
         dm.dm.dmPaperSize = row.sPaper;
-        PaperSize size{};
-        EXPECT_TRUE(Get_CurPaperSize(&dm, 9, &size));
-        EXPECT_EQ(size, row.size);
-    }
-}
-
-TEST_F(QueriesTest, MarginsAndLimitsAreThePapersOrElseTheUserDefinedOnes)
-{
-    model.papers[0].wMaxWidth = 111;
-    model.papers[0].wMinLength = 222;
-    model.papers[0].wLeft = 50;
-    model.userPapers[1].paper.wMaxWidth = 333;
-    model.userPapers[1].paper.wMinLength = 444;
-    model.userPapers[1].paper.wLeft = 70;
-    Install();
-    static const struct {
-        const char *why;
-        int16_t sPaper;
-        PaperMargin margin;
-        PaperSize largest, smallest;
-    } aRows[] = {
-        {"a paper", 9, {50, 60, 42, 198}, {111, 11176}, {890, 222}},
-        {"a slot in use", 769, {70, 60, 42, 198}, {333, 11176}, {890, 444}},
-        {"a free slot", 770, {42, 60, 42, 198}, {2413, 11176}, {890, 1270}},
-        {"an unknown paper", -5, {42, 60, 42, 198}, {2413, 11176}, {890, 1270}},
-    };
-    for (const auto &row : aRows) {
-        SCOPED_TRACE(row.why);
-        dm.dm.dmPaperSize = row.sPaper;
-        PaperMargin margin;
-        PaperSize largest, smallest;
-        EXPECT_TRUE(Get_CurPaperMargin(&dm, &margin));
-        EXPECT_TRUE(Get_MaxPrintable(&dm, &largest));
-        EXPECT_TRUE(Get_MinPrintable(&dm, &smallest));
-        EXPECT_TRUE(margin == row.margin);
-        EXPECT_EQ(largest, row.largest);
-        EXPECT_EQ(smallest, row.smallest);
+        EXPECT_TRUE(Get_CurPaperSize(&dm, 9, &size) && size == row.size);
+        EXPECT_TRUE(Get_CurPaperMargin(&dm, &margin) && margin == row.margin);
+        EXPECT_TRUE(Get_MaxPrintable(&dm, &largest) && largest == row.largest);
+        EXPECT_TRUE(Get_MinPrintable(&dm, &smallest) && smallest == row.smallest);
     }
     dm.dm.dmPaperSize = 9;
     dm.nPrintArea = 2;
-    PaperMargin centred;
-    EXPECT_TRUE(Get_CurPaperMargin(&dm, &centred));
-    EXPECT_TRUE(centred == (PaperMargin{50, 198, 50, 198}));
+    EXPECT_TRUE(Get_CurPaperMargin(&dm, &margin) && margin == (PaperMargin{50, 198, 50, 198}));
 }
 
 TEST_F(QueriesTest, WithoutFilesEachQueryHasItsOwnAnswer)

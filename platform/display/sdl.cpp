@@ -32,30 +32,28 @@ struct Named {
 };
 
 struct Calls {
-#define CALL(call) decltype(&SDL_##call) call = Named("SDL_" #call)
-    CALL(CreateRenderer);
-    CALL(CreateTexture);
-    CALL(CreateWindow);
-    CALL(DestroyRenderer);
-    CALL(DestroyTexture);
-    CALL(DestroyWindow);
-    CALL(GetClipboardText);
-    CALL(GetCurrentVideoDriver);
-    CALL(GetError);
-    CALL(GetModState);
-    CALL(GetMouseState);
-    CALL(Init);
-    CALL(Quit);
-    CALL(RenderCopy);
-    CALL(RenderPresent);
-    CALL(SetClipboardText);
-    CALL(SetHint);
-    CALL(StartTextInput);
-    CALL(UpdateTexture);
-    CALL(WaitEvent);
-    CALL(WaitEventTimeout);
-    CALL(free);
-#undef CALL
+    decltype(&SDL_CreateRenderer) CreateRenderer = Named("SDL_CreateRenderer");
+    decltype(&SDL_CreateTexture) CreateTexture = Named("SDL_CreateTexture");
+    decltype(&SDL_CreateWindow) CreateWindow = Named("SDL_CreateWindow");
+    decltype(&SDL_DestroyRenderer) DestroyRenderer = Named("SDL_DestroyRenderer");
+    decltype(&SDL_DestroyTexture) DestroyTexture = Named("SDL_DestroyTexture");
+    decltype(&SDL_DestroyWindow) DestroyWindow = Named("SDL_DestroyWindow");
+    decltype(&SDL_GetClipboardText) GetClipboardText = Named("SDL_GetClipboardText");
+    decltype(&SDL_GetCurrentVideoDriver) GetCurrentVideoDriver = Named("SDL_GetCurrentVideoDriver");
+    decltype(&SDL_GetError) GetError = Named("SDL_GetError");
+    decltype(&SDL_GetModState) GetModState = Named("SDL_GetModState");
+    decltype(&SDL_GetMouseState) GetMouseState = Named("SDL_GetMouseState");
+    decltype(&SDL_Init) Init = Named("SDL_Init");
+    decltype(&SDL_Quit) Quit = Named("SDL_Quit");
+    decltype(&SDL_RenderCopy) RenderCopy = Named("SDL_RenderCopy");
+    decltype(&SDL_RenderPresent) RenderPresent = Named("SDL_RenderPresent");
+    decltype(&SDL_SetClipboardText) SetClipboardText = Named("SDL_SetClipboardText");
+    decltype(&SDL_SetHint) SetHint = Named("SDL_SetHint");
+    decltype(&SDL_StartTextInput) StartTextInput = Named("SDL_StartTextInput");
+    decltype(&SDL_UpdateTexture) UpdateTexture = Named("SDL_UpdateTexture");
+    decltype(&SDL_WaitEvent) WaitEvent = Named("SDL_WaitEvent");
+    decltype(&SDL_WaitEventTimeout) WaitEventTimeout = Named("SDL_WaitEventTimeout");
+    decltype(&SDL_free) free = Named("SDL_free");
 };
 } // namespace
 

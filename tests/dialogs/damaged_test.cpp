@@ -131,10 +131,12 @@ TEST_F(DamagedRecord, LeadsNoPageAstray)
     LoadDataFile();
     hModule = kvp::LoadHostLibrary(KV_DRIVER_RESOURCES);
     ForEach([&] {
-        if (in.dm.dmOrientation == 0) // which stops the program
-            return;
         CBSTRUC block{};
         block.hPrinter = queue->hPrinter;
+        if (in.dm.dmOrientation == 0) { // there are no settings to show
+            EXPECT_EQ(UIEnterDevMode(&in, hModule, nullptr, 0, &block), -1);
+            return;
+        }
         person.Will({"click 5041", "click 5042", "click 5044", "click 5047", "page \"Paper\"",
                      "click 5043", "scroll 5161 up", "page \"Utility\"", "ok"});
         EXPECT_EQ(UIEnterDevMode(&in, hModule, nullptr, 0, &block), IDOK);

@@ -175,6 +175,7 @@ TEST_F(SaveDialog, WhatIsCurrentSurvivesADeletion)
     } aRows[] = {
         {"the current one itself", FIRST_SLOT + 1, 1, KV_CUSTOM_SETTINGS, LIST_CUSTOM},
         {"one before it", FIRST_SLOT + 2, 0, FIRST_SLOT + 1, LIST_FOUND},
+        {"one behind it", FIRST_SLOT, 0, FIRST_SLOT, LIST_FOUND},
         {"a predefined one is current", 3, 0, 3, LIST_FOUND},
         {"the settings are custom", KV_CUSTOM_SETTINGS, 0, KV_CUSTOM_SETTINGS, LIST_CUSTOM},
     };

@@ -6,15 +6,6 @@
 #include "kvui/kvdd.h"
 #include "tests/support/machine.h"
 
-#define KV_ENTRY_POINTS(X)                                                                         \
-    X(DrvDocumentProperties)                                                                       \
-    X(DrvAdvancedDocumentProperties)                                                               \
-    X(PrinterProperties)                                                                           \
-    X(DrvDeviceCapabilities)                                                                       \
-    X(DevQueryPrint)                                                                               \
-    X(KVDD_GetOrgDevMode)                                                                          \
-    X(KVDD_GetDrivInfo) X(KVDD_GetCmdLevel) X(KVDD_GetRange) X(KVDD_GetData) X(KVDD_SetData)
-
 // Loads on Load(), frees when it ends. Not loaded: every pointer null.
 struct LoadedDriver {
     LoadedDriver() = default;
@@ -25,9 +16,17 @@ struct LoadedDriver {
     void Free();
 
     HMODULE hModule = nullptr;
-#define KV_POINTER(name) decltype(&::name) name = nullptr;
-    KV_ENTRY_POINTS(KV_POINTER)
-#undef KV_POINTER
+    decltype(&::DrvDocumentProperties) DrvDocumentProperties = nullptr;
+    decltype(&::DrvAdvancedDocumentProperties) DrvAdvancedDocumentProperties = nullptr;
+    decltype(&::PrinterProperties) PrinterProperties = nullptr;
+    decltype(&::DrvDeviceCapabilities) DrvDeviceCapabilities = nullptr;
+    decltype(&::DevQueryPrint) DevQueryPrint = nullptr;
+    decltype(&::KVDD_GetOrgDevMode) KVDD_GetOrgDevMode = nullptr;
+    decltype(&::KVDD_GetDrivInfo) KVDD_GetDrivInfo = nullptr;
+    decltype(&::KVDD_GetCmdLevel) KVDD_GetCmdLevel = nullptr;
+    decltype(&::KVDD_GetRange) KVDD_GetRange = nullptr;
+    decltype(&::KVDD_GetData) KVDD_GetData = nullptr;
+    decltype(&::KVDD_SetData) KVDD_SetData = nullptr;
 };
 
 // A queue of the spooler's store with an open handle.

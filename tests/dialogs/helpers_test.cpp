@@ -1,5 +1,6 @@
 // The helpers by themselves: what they answer to which message, of which program, and where help
 // is.
+#include <algorithm>
 #include <array>
 
 #include "base/modeltable.h"
@@ -86,8 +87,9 @@ TEST_F(Helpers, AProgramIsJudgedByItsNewerHeader)
         bytes[at] = b;
         return bytes;
     };
-    Bytes cut = ProgramOf("PE", 64);
+    Bytes cut = ProgramOf("PE", 64), negative = cut;
     cut.pop_back();
+    std::fill_n(&negative[60], 4, 0xFF);
     const struct {
         const char *why;
         Bytes bytes;
@@ -98,7 +100,7 @@ TEST_F(Helpers, AProgramIsJudgedByItsNewerHeader)
         {"another mark", with(67, 1), FALSE},
         {"the mark is cut", cut, FALSE},
         {"the mark is beyond the end", with(63, 0x7F), FALSE},
-        {"the mark is before the start", with(63, 0xFF), FALSE},
+        {"the mark is before the start", negative, FALSE},
         {"not even an old header", Bytes(63), FALSE},
     };
     EXPECT_TRUE(is32Process()) << "one that cannot be opened";

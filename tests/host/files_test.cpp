@@ -19,7 +19,7 @@ using ::testing::StartsWith;
 
 // ---- decoding -------------------------------------------------------------------------------
 
-DriverDevMode StrangeRecord()
+std::string StrangeRecord()
 {
     DriverDevMode record{};
     std::u16string_view(u"Büro 32 characters without an end").copy(record.dm.dmDeviceName, 32);
@@ -39,12 +39,12 @@ DriverDevMode StrangeRecord()
     record.nPrintArea = 2;
     record.wMarginLeft = 60;
     std::memcpy(record.szTmplName, "a\x1b[2Jb", 6);
-    return record;
+    return {reinterpret_cast<const char *>(&record), sizeof record};
 }
 
 TEST_F(HostTest, ARecordIsDecodedForProgramsAndForPeople)
 {
-    WriteRecord("rec", StrangeRecord());
+    Write("rec", StrangeRecord());
     const json record = Done({"show", Path("rec"), "--json"}).Json();
     const std::pair<const char *, json> aValues[] = {
         {"/dm/dmDeviceName", "Büro 32 characters without an en"},
@@ -170,7 +170,7 @@ TEST_F(HostTest, MistakesGetOneLineAndTheirStatus)
         EXPECT_THAT(ran.strErr, StartsWith("kvhost: "));
         EXPECT_THAT(ran.strErr, HasSubstr(row.complaint));
         EXPECT_EQ(std::ranges::count(ran.strErr, '\n'), 1);
-        EXPECT_FALSE(Exists("rec"));
+        EXPECT_FALSE(fs::exists(Path("rec")));
     }
     const Ran windowless = Run({"properties", "-p", "P", "--display", "sdl"});
     EXPECT_EQ(windowless.nStatus, 2);

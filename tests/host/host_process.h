@@ -2,7 +2,6 @@
 #ifndef KV_TESTS_HOST_HOST_PROCESS_H
 #define KV_TESTS_HOST_HOST_PROCESS_H
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -29,17 +28,16 @@ class HostTest : public ::testing::Test
     HostTest &operator=(const HostTest &) = delete;
 
     // In English, metric, with nothing of the environment but what is given ("KV_LANG=ja_JP").
-    Ran Run(std::vector<std::string> args, std::vector<std::string> environment = {}) const;
+    Ran Run(const std::vector<std::string> &args,
+            const std::vector<std::string> &environment = {}) const;
     // As Run, and it has to end well.
-    Ran Done(std::vector<std::string> args) const;
+    Ran Done(const std::vector<std::string> &args) const;
     nlohmann::json Settings(const std::string &printer, const std::string &in = {}) const;
 
     std::string Path(const std::string &name) const { return strFolder + "/" + name; }
     void Write(const std::string &name, const std::string &content) const;
-    void WriteRecord(const std::string &name, const DriverDevMode &record) const;
     std::string Content(const std::string &name) const;
     DriverDevMode Record(const std::string &name) const;
-    bool Exists(const std::string &name) const;
 
     std::string strFolder; // removed afterwards; the root is "root" in it
 };

@@ -36,6 +36,7 @@ TEST_F(HostTest, APrinterIsAddedSetUpAskedAndRemoved)
 
     Done({"default", "-p", "Büro", "--clear"});
     EXPECT_EQ(Settings("Büro"), fresh);
+    EXPECT_THAT(Run({"properties", "-p", "Büro"}).strErr, HasSubstr("no properties of the whole"));
     Done({"remove-printer", "BÜRO"});
     EXPECT_EQ(Done({"printers", "--json"}).Json(), json::array());
 }
@@ -83,14 +84,15 @@ TEST_F(HostTest, AScriptPlaysThePersonBeforeTheSheet)
         {"left open", "page \"Paper\"\n", 4, "no input is left while \"P\" is open", 2, 1},
         {"goes on after the end", "ok\n\npage \"Main\"\n", 4, "script line 3", 1, 1},
     };
+    const std::vector<std::string> args = {"settings",   "-p",           "P",
+                                           "--display",  "headless",     "--script",
+                                           Path("play"), "--transcript", Path("transcript"),
+                                           "--out",      Path("rec"),    "--json"};
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.why);
         Write("play", row.script);
-        fs::remove(Path("rec"));
-        fs::remove(Path("transcript"));
-        const Ran ran =
-            Run({"settings", "-p", "P", "--display", "headless", "--script", Path("play"),
-                 "--transcript", Path("transcript"), "--out", Path("rec"), "--json"});
+        Write("transcript", "");
+        const Ran ran = Run(args);
         EXPECT_EQ(ran.nStatus, row.nStatus);
         EXPECT_THAT(ran.strErr, HasSubstr(row.complaint));
         EXPECT_EQ(Record("rec").Settings.wInk, row.nInk);
@@ -113,26 +115,22 @@ TEST_F(HostTest, ItemsSetAreItemsGot)
         {{"copies", "99"}, {{"copies", 99}}},
         {{"paper", "1"}, {{"paper", 1}, {"width", 2159}, {"length", 2794}}},
         {{"30", "1500", "2500", "256"}, {{"paper", 256}, {"width", 1500}, {"length", 2500}}},
-        {{"printmode", "1", "2", "3", "2"},
-         {{"mode", 1}, {"level", 2}, {"media", 3}, {"color", 2}}},
-        {{"70", "0"}, {{"mode", 0}}},
+        {{"printmode", "1", "2", "3", "2"}, {{"level", 2}, {"media", 3}, {"color", 2}}},
     };
     for (const auto &row : aRows) {
-        SCOPED_TRACE(row.set[0] + " " + row.set[1]);
+        SCOPED_TRACE(row.set[0]);
         std::vector<std::string> args = {"item", "-p", "P", "--out", Path("rec"), "--json", "set"};
         args.insert(args.end(), row.set.begin(), row.set.end());
-        json values = Done(args).Json()["values"];
-        EXPECT_EQ(Done({"item", "-p", "P", "--in", Path("rec"), "get", row.set[0], "--json"})
-                      .Json()["values"],
-                  values);
-        const json all = values;
-        values.update(row.got);
-        EXPECT_EQ(values, all);
+        const json set = Done(args).Json();
+        args = {"item", "-p", "P", "--in", Path("rec"), "get", row.set[0], "--json"};
+        EXPECT_EQ(Done(args).Json(), set);
+        json expected = set["values"];
+        expected.update(row.got);
+        EXPECT_EQ(set["values"], expected);
     }
     const json ranges = Done({"item", "-p", "P", "range", "--json"}).Json();
     ASSERT_EQ(ranges.size(), 9u);
     EXPECT_EQ(ranges[1]["result"], -1); // one that has no range spoils nothing
-    EXPECT_EQ(ranges[3]["values"]["sources"], ranges[3]["values"]["ids"].size());
     EXPECT_EQ(ranges[5]["values"]["media"], ranges[5]["values"]["codes"].size());
     EXPECT_EQ(Done({"item", "-p", "P", "level", "--json"}).Json()[1]["values"]["level"], 1);
     const std::string strText = Done({"item", "-p", "P", "get"}).strOut;
@@ -153,19 +151,7 @@ TEST_F(HostTest, OptionsWinOverTheEnvironment)
     EXPECT_THAT(Run({"--lang", "0x0409", "caps", "-p", "P", "binnames"}, japanese).strOut,
                 HasSubstr("Sheet Feeder"));
     EXPECT_EQ(Run({"--root", Path("nothing"), "printers", "--json"}).Json(), json::array());
-    EXPECT_FALSE(Exists("nothing"));
-}
-
-TEST_F(HostTest, TheTranscriptHoldsResultsAndBoxes)
-{
-    Done({"add-printer", "P", "--driver", LARGE});
-    const Ran ran = Run({"properties", "-p", "P", "--transcript", Path("transcript")});
-    EXPECT_EQ(ran.nStatus, 0);
-    EXPECT_THAT(ran.strErr, HasSubstr("has no properties of the whole printer"));
-    const std::string strTranscript = Content("transcript");
-    EXPECT_THAT(strTranscript, HasSubstr(R"({"event":"box")"));
-    EXPECT_THAT(strTranscript,
-                HasSubstr(R"({"event":"result","call":"PrinterProperties","result":0})"));
+    EXPECT_FALSE(fs::exists(Path("nothing")));
 }
 
 TEST_F(HostTest, WhatTheDriverRefusesIsAFailureAfterItsMessage)
@@ -180,25 +166,22 @@ TEST_F(HostTest, WhatTheDriverRefusesIsAFailureAfterItsMessage)
         {"KJ820PRO.dat", {"settings", "--no-prompt"}, "driver files", "the driver gave -1"},
         {"KJ820PRO.dat", {"item", "get"}, "driver files", "the driver gave -1"},
         {"KJ820PRO.dat", {"properties"}, "driver files", "the driver gave -1"},
-        {LIBRARY, {"settings"}, "KJ820UI.DLL", "the driver gave -1 instead of showing"},
-        {LIBRARY, {"settings", "--advanced"}, "KJ820UI.DLL", "gave -1 instead of showing"},
+        {LIBRARY, {"settings"}, "KJ820UI.DLL", "the driver gave -1 instead"},
+        {LIBRARY, {"settings", "--advanced"}, "KJ820UI.DLL", "the driver gave -1 instead"},
     };
     Done({"add-printer", "P", "--driver", LARGE});
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.args[0]);
         const std::string strFile = Path("root/c/winnt35/") + row.removed;
-        if (fs::exists(strFile))
-            fs::rename(strFile, Path("away"));
+        std::error_code none;
+        fs::rename(strFile, Path("away"), none);
         std::vector<std::string> args = row.args;
         args.insert(args.end(), {"-p", "P"});
         const Ran ran = Run(args);
         EXPECT_EQ(ran.nStatus, 1);
-        EXPECT_EQ(ran.strOut == "", row.args.size() > 1 || row.args[0] != "caps");
         EXPECT_THAT(ran.strErr, HasSubstr(row.message));
-        EXPECT_THAT(ran.strErr, HasSubstr("\nkvhost: "));
-        EXPECT_THAT(ran.strErr, HasSubstr(row.complaint));
-        if (fs::exists(Path("away")))
-            fs::rename(Path("away"), strFile);
+        EXPECT_THAT(ran.strErr, HasSubstr(std::string("\nkvhost: ") + row.complaint));
+        fs::rename(Path("away"), strFile, none);
     }
 }
 

@@ -57,7 +57,7 @@ class Capabilities : public InterfaceTest
 
 using Size = std::array<int32_t, 2>;
 
-TEST_F(Capabilities, PapersOfTheSourceAreListedWithNamesAndSizesInOneOrder)
+TEST_F(Capabilities, SourcesAndTheirPapersAreListedInOneOrder)
 {
     model.AddUserPaper("Card", 1000, 1480, 1, 3);
     model.AddUserPaper("Inches", 850, 1100, 2, 2);
@@ -75,15 +75,10 @@ TEST_F(Capabilities, PapersOfTheSourceAreListedWithNamesAndSizesInOneOrder)
     EXPECT_THAT(List<WORD>(DC_PAPERS, &bare), IsEmpty());
     EXPECT_THAT(Names<64>(DC_PAPERNAMES, &bare), IsEmpty());
     EXPECT_THAT(List<Size>(DC_PAPERSIZE, &bare), IsEmpty());
-    EXPECT_THAT(BoxesShown(), IsEmpty());
-}
-
-TEST_F(Capabilities, SourcesAreListedWithTheirNames)
-{
-    Start();
-    EXPECT_THAT(List<WORD>(DC_BINS), ElementsAre(7, 4));
+    EXPECT_THAT(List<WORD>(DC_BINS), ElementsAre(7, 4, 9));
     EXPECT_THAT(Names<24>(DC_BINNAMES),
-                ElementsAre("Auto Sheet Feeder", "A tray with a name of m"));
+                ElementsAre("Auto Sheet Feeder", "A tray with a name of m", ""));
+    EXPECT_THAT(BoxesShown(), IsEmpty());
 }
 
 TEST_F(Capabilities, ValuesComeFromTheMergedRecordAndThePrinterRecord)
@@ -94,30 +89,25 @@ TEST_F(Capabilities, ValuesComeFromTheMergedRecordAndThePrinterRecord)
     DriverDevMode given = FromSource(4);
     given.dm.dmSpecVersion = 0x401; // a foreign record leaves the working record's own
     const struct {
-        WORD wQuery;
+        std::vector<WORD> queries;
         DWORD dwAnswer;
     } aRows[] = {
-        {0, NO_ANSWER},
-        {DC_FIELDS, 0x8000030F},
-        {DC_MINEXTENT, NO_ANSWER},
-        {DC_MAXEXTENT, NO_ANSWER},
-        {DC_DUPLEX, 0},
-        {DC_SIZE, 188},
-        {DC_EXTRA, 374},
-        {DC_VERSION, 0x320},
-        {DC_DRIVER, 859},
-        {DC_ENUMRESOLUTIONS, NO_ANSWER},
-        {DC_FILEDEPENDENCIES, NO_ANSWER},
-        {DC_TRUETYPE, NO_ANSWER},
-        {DC_ORIENTATION, 270},
-        {DC_COPIES, static_cast<DWORD>(-2)},
-        {19, NO_ANSWER},
-        {0xFFFF, NO_ANSWER},
+        {{DC_FIELDS}, 0x8000030F},
+        {{DC_DUPLEX}, 0},
+        {{DC_SIZE}, 188},
+        {{DC_EXTRA}, 374},
+        {{DC_VERSION}, 0x320},
+        {{DC_DRIVER}, 859},
+        {{DC_ORIENTATION}, 270},
+        {{DC_COPIES}, static_cast<DWORD>(-2)},
+        {{0, DC_MINEXTENT, DC_MAXEXTENT, DC_ENUMRESOLUTIONS, DC_FILEDEPENDENCIES, DC_TRUETYPE, 19,
+          0xFFFF},
+         NO_ANSWER},
     };
     PlacedRecord out;
     for (const auto &row : aRows)
-        for (DriverDevMode *lpIn : {static_cast<DriverDevMode *>(nullptr), &given})
-            EXPECT_EQ(Ask(row.wQuery, out.Get(), lpIn), row.dwAnswer) << "query " << row.wQuery;
+        for (const WORD wQuery : row.queries)
+            EXPECT_EQ(Ask(wQuery, out.Get(), &given), row.dwAnswer) << "query " << wQuery;
     EXPECT_TRUE(out.Untouched());
 }
 

@@ -40,11 +40,9 @@ TEST_F(Sheet, TheWayOutDecidesWhatTheCallerGets)
         LONG lResult;
         Output output;
     } aRows[] = {
-        {"OK", false, DM_PROMPT | DM_COPY, true, true, "ok", 1, EDITED},
+        {"OK, not asked to copy", false, DM_PROMPT, true, true, "ok", 1, EDITED},
         {"Cancel gives what was merged", false, DM_PROMPT | DM_COPY, true, true, "cancel", 2,
          MERGED},
-        {"OK without being asked to copy", false, DM_PROMPT, true, true, "ok", 1, EDITED},
-        {"Cancel without being asked to copy", false, DM_PROMPT, true, true, "cancel", 2, MERGED},
         {"nowhere to write", false, DM_PROMPT, true, false, "ok", 1, UNTOUCHED},
         {"advanced, OK", true, 0, true, true, "ok", 1, EDITED},
         {"advanced, Cancel gives the input back", true, 0, true, true, "cancel", 2, INPUT},

@@ -77,12 +77,10 @@ TEST_F(StartUp, MessagesAreInTheUsersLanguage)
         Apply();
         EXPECT_FALSE(driver.Load());
         const std::vector<std::string> boxes = BoxesShown();
-        ASSERT_EQ(boxes.size(), 2u);
+        ASSERT_TRUE(boxes.size() == 2 && boxes[0].size() > 60 && boxes[1].size() > 100);
         const bool bEnglish = wLang == 1033 || wLang == 2057 || wLang == 1049;
         EXPECT_EQ(boxes[0] == VERSION_MESSAGE, bEnglish);
         EXPECT_EQ(boxes[1] == INSTALL_MESSAGE, bEnglish);
-        EXPECT_GT(boxes[0].size(), 60u);
-        EXPECT_GT(boxes[1].size(), 100u);
     }
 }
 

@@ -3,7 +3,6 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <sys/wait.h>
@@ -25,44 +24,33 @@ HostTest::~HostTest()
     fs::remove_all(strFolder, ignored);
 }
 
-// A word of a shell's line that stands for this text.
-static std::string Quoted(const std::string &text)
+Ran HostTest::Run(const std::string &line, const std::string &environment) const
 {
-    std::string strQuoted = " '";
-    for (const char c : text)
-        strQuoted += c == '\'' ? "'\\''" : std::string(1, c);
-    return strQuoted + "'";
-}
-
-Ran HostTest::Run(const std::vector<std::string> &args,
-                  const std::vector<std::string> &environment) const
-{
-    std::string strLine = "exec env -i KV_LANG=en_US KV_MEASURE=0 KV_ACP=1252";
-    strLine += Quoted("KV_ROOT=" + Path("root"));
-    for (const std::string &variable : environment)
-        strLine += Quoted(variable);
-    strLine += Quoted(KV_HOST_PATH);
-    for (const std::string &arg : args)
-        strLine += Quoted(arg);
-    strLine += " >" + Quoted(Path("stdout")) + " 2>" + Quoted(Path("stderr"));
-    const int nStatus = std::system(strLine.c_str());
+    const std::string strCommand = "cd '" + strFolder +
+                                   "' && exec env -i KV_LANG=en_US KV_MEASURE=0 KV_ACP=1252 "
+                                   "KV_ROOT=\"$PWD/root\" " +
+                                   environment + " '" KV_HOST_PATH "' " + line +
+                                   " >stdout 2>stderr";
+    const int nStatus = std::system(strCommand.c_str());
     return {WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1, Content("stdout"), Content("stderr")};
 }
 
-Ran HostTest::Done(const std::vector<std::string> &args) const
+std::string HostTest::Done(const std::string &line) const
 {
-    const Ran ran = Run(args);
+    const Ran ran = Run(line);
     EXPECT_EQ(ran.nStatus, 0) << ran.strErr;
     EXPECT_EQ(ran.strErr, "");
-    return ran;
+    return ran.strOut;
 }
 
-nlohmann::json HostTest::Settings(const std::string &printer, const std::string &in) const
+nlohmann::json HostTest::Asked(const std::string &line) const
 {
-    std::vector<std::string> args = {"settings", "-p", printer, "--no-prompt", "--json"};
-    if (!in.empty())
-        args.insert(args.end(), {"--in", in});
-    return Done(args).Json();
+    return nlohmann::json::parse(Done(line + " --json"));
+}
+
+void HostTest::AddPrinter(const std::string &name, const std::string &model) const
+{
+    Done("add-printer " + name + " --driver '" + model + "'");
 }
 
 void HostTest::Write(const std::string &name, const std::string &content) const

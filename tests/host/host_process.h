@@ -2,8 +2,8 @@
 #ifndef KV_TESTS_HOST_HOST_PROCESS_H
 #define KV_TESTS_HOST_HOST_PROCESS_H
 
+#include <filesystem>
 #include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -13,11 +13,7 @@
 struct Ran {
     int nStatus; // -1 when it did not exit by itself
     std::string strOut, strErr;
-    nlohmann::json Json() const { return nlohmann::json::parse(strOut); }
 };
-
-constexpr const char *SMALL = "KORVA KJ-150";
-constexpr const char *LARGE = "KORVA KJ-820 Pro";
 
 class HostTest : public ::testing::Test
 {
@@ -27,14 +23,18 @@ class HostTest : public ::testing::Test
     HostTest(const HostTest &) = delete;
     HostTest &operator=(const HostTest &) = delete;
 
-    // In English, metric, with nothing of the environment but what is given ("KV_LANG=ja_JP").
-    Ran Run(const std::vector<std::string> &args,
-            const std::vector<std::string> &environment = {}) const;
-    // As Run, and it has to end well.
-    Ran Done(const std::vector<std::string> &args) const;
-    nlohmann::json Settings(const std::string &printer, const std::string &in = {}) const;
+    // A shell's words behind "kvhost", run in the folder: in English, metric, with nothing of the
+    // environment but what is given ("KV_LANG=ja_JP").
+    Ran Run(const std::string &line, const std::string &environment = {}) const;
+    // As Run, and it has to end well; its output.
+    std::string Done(const std::string &line) const;
+    // The same with --json.
+    nlohmann::json Asked(const std::string &line) const;
+    // A printer of the large model, or of another.
+    void AddPrinter(const std::string &name, const std::string &model = "KORVA KJ-820 Pro") const;
 
     std::string Path(const std::string &name) const { return strFolder + "/" + name; }
+    bool Exists(const std::string &name) const { return std::filesystem::exists(Path(name)); }
     void Write(const std::string &name, const std::string &content) const;
     std::string Content(const std::string &name) const;
     DriverDevMode Record(const std::string &name) const;

@@ -117,9 +117,7 @@ TEST_F(Capabilities, ANegativeModelIdentifierHidesNothing)
     Start();
     EXPECT_EQ(Ask(DC_COPIES), 99u);
     EXPECT_THAT(List<WORD>(DC_PAPERS), ElementsAre(9, 1, 256));
-    Bytes bytes = model.Dat();
-    bytes.pop_back();
-    kvp::PutMemoryFile(std::string(WINDOWS_DIR) + "KVA.dat", bytes);
+    CutTheDat();
     EXPECT_EQ(Ask(DC_COPIES), NO_ANSWER) << "without a printer record";
     EXPECT_EQ(Ask(DC_ORIENTATION), 270u);
     EXPECT_THAT(BoxesShown(), IsEmpty());
@@ -129,10 +127,9 @@ TEST_F(Capabilities, NamesNeedTheUILibraryCountsDoNot)
 {
     Start();
     kvp::PutAbsentFile(std::string(DRIVER_DIR) + "KVUI.DLL");
-    EXPECT_EQ(Ask(DC_PAPERNAMES), 3u);
-    EXPECT_EQ(Ask(DC_BINNAMES), 2u);
-    EXPECT_THAT(BoxesShown(), IsEmpty());
-    for (const WORD wQuery : {DC_PAPERNAMES, DC_BINNAMES}) {
+    for (const auto &[wQuery, dwCount] : {std::pair{DC_PAPERNAMES, 3u}, {DC_BINNAMES, 2u}}) {
+        EXPECT_EQ(Ask(wQuery), dwCount);
+        EXPECT_THAT(BoxesShown(), IsEmpty());
         PlacedRecord out;
         EXPECT_EQ(Ask(wQuery, out.Get()), 0u);
         EXPECT_TRUE(out.Untouched());

@@ -1,6 +1,4 @@
-// Every call that an entry point makes of the outside fails once, each in its turn: the result is a
-// documented one, no more is written than it says, what is stored is the old or the new, nothing
-// leaks, and the next call is as good as ever.
+// What each entry point answers when a printer cannot be opened, or any call of the outside fails.
 #include <algorithm>
 #include <array>
 #include <functional>
@@ -12,6 +10,55 @@
 
 namespace
 {
+
+class OpeningFails : public InterfaceTest
+{
+  protected:
+    void Remove(const char *name) { kvp::PutAbsentFile(std::string(WINDOWS_DIR) + name); }
+    void Renumber()
+    {
+        model.printer.sModelId = -1;
+        InstallFiles();
+    }
+};
+
+TEST_F(OpeningFails, EachEntryPointHasItsOwnAnswer)
+{
+    const struct {
+        const char *why, *driver; // of the queue; null: a handle that is none
+        std::function<void()> spoil;
+        std::array<LONG, 4> results; // of the four calls below
+        bool told;                   // by each of them
+    } aRows[] = {
+        {"a handle that is none", nullptr, [] {}, {0, -1, FALSE, -1}, false},
+        {"32 characters", "KORVA with a name of 32 letters.", [] {}, {0, -1, FALSE, -1}, false},
+        {"no .dat", "KORVA A", [&] { Remove("KVA.dat"); }, {-1, -1, FALSE, -1}, true},
+        {"no .cfg", "KORVA A", [&] { Remove("KVA.cfg"); }, {-1, -1, FALSE, -1}, true},
+        {"no printer record", "KORVA A", [&] { CutTheDat(); }, {-1, -1, FALSE, 0}, false},
+        {"an identifier below 0", "KORVA A", [&] { Renumber(); }, {-1, -1, FALSE, 0}, false},
+    };
+    Start();
+    for (const auto &row : aRows) {
+        SCOPED_TRACE(row.why);
+        InstallFiles();
+        row.spoil();
+        const OpenQueue spoilt("Spoilt", row.driver ? row.driver : "none");
+        HANDLE h = hPrinter = row.driver ? spoilt.hPrinter : nullptr;
+        PlacedRecord out;
+        EXPECT_EQ(
+            row.results,
+            (std::array<LONG, 4>{
+                Document(out.Get(), nullptr, DM_COPY), Advanced(out.Get(), nullptr),
+                driver.PrinterProperties(nullptr, h),
+                LONG(driver.DrvDeviceCapabilities(h, nullptr, DC_DUPLEX, nullptr, nullptr))}));
+        EXPECT_EQ(BoxesShown(), std::vector<std::string>(row.told ? 4 : 0, INSTALL_MESSAGE));
+        EXPECT_TRUE(out.Untouched());
+        EXPECT_EQ(StoredWith(spoilt.hPrinter), Bytes());
+        kvp::RemoveQueue("Spoilt");
+    }
+}
+
+// ---- each call in its turn --------------------------------------------------------------------
 
 struct Row {
     const char *why;
@@ -71,6 +118,8 @@ class EntryPointFailures : public InterfaceTest
     Person person;
 };
 
+// The result is a documented one, no more is written than it says, what is stored is the old or the
+// new, nothing leaks, and the next call is as good as ever.
 TEST_F(EntryPointFailures, EachCallInItsTurn)
 {
     const Row aRows[] = {

@@ -36,6 +36,13 @@ void InterfaceTest::InstallFiles()
     model.Install("KVA");
 }
 
+void InterfaceTest::CutTheDat()
+{
+    Bytes bytes = model.Dat();
+    bytes.pop_back();
+    kvp::PutMemoryFile(std::string(WINDOWS_DIR) + "KVA.dat", bytes);
+}
+
 void InterfaceTest::InstallUILibrary(const std::string &base)
 {
     std::ifstream file(KV_TEST_UI_LIBRARY, std::ios::binary);

@@ -36,6 +36,7 @@ class InterfaceTest : public MachineTest
     InterfaceTest();
 
     void InstallFiles();
+    void CutTheDat(); // within the printer record, behind everything that a query reads
     void InstallUILibrary(const std::string &base = "KVUI");
     // Everything in place: files, table, UI library, the driver loaded, a queue opened.
     void Start();

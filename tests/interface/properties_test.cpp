@@ -1,10 +1,12 @@
 // DrvDocumentProperties, DrvAdvancedDocumentProperties and PrinterProperties on a printer that
-// opens, and DevQueryPrint.
-#include <algorithm>
+// opens, with and without the sheet, and DevQueryPrint.
 #include <cstring>
 
 #include <gmock/gmock.h>
 
+#include "resources/main_ids.h"
+#include "resources/paper_ids.h"
+#include "resources/utility_ids.h"
 #include "tests/interface/fixture.h"
 #include "tests/support/person.h"
 
@@ -13,6 +15,7 @@ namespace
 
 using ::testing::Each;
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 class Properties : public InterfaceTest
@@ -119,6 +122,103 @@ TEST_F(Properties, ASheetThatCannotBeShownLeavesTheOutput)
     EXPECT_EQ(Document(out.Get(), nullptr, DM_COPY | DM_PROMPT), -1);
     EXPECT_THAT(BoxesShown(), ElementsAre(::testing::StrCaseEq(missing),
                                           "Dlg DLL Message: File not found : KVA.dat"));
+}
+
+// ---- the sheet --------------------------------------------------------------------------------
+
+class Sheet : public InterfaceTest
+{
+  protected:
+    static std::function<void()> SeesPage(int id)
+    {
+        return [id] { EXPECT_EQ(GetDlgCtrlID(kvp::TopWindow()), id); };
+    }
+
+    Person person;
+};
+
+// The caller's record has seven copies, and a paper whose field is not meant; the person chooses
+// black ink.
+TEST_F(Sheet, TheWayOutDecidesWhatTheCallerGets)
+{
+    Start();
+    enum Output { UNTOUCHED, MERGED, EDITED, INPUT };
+    constexpr DWORD ADVANCED = 0; // through the entry point that has no flags
+    const struct {
+        const char *why;
+        DWORD dwFlags;
+        bool in, out;
+        const char *way;
+        LONG lResult;
+        Output output;
+    } aRows[] = {
+        {"OK, not asked to copy", DM_PROMPT, true, true, "ok", 1, EDITED},
+        {"Cancel gives what was merged", DM_PROMPT | DM_COPY, true, true, "cancel", 2, MERGED},
+        {"nowhere to write", DM_PROMPT, true, false, "ok", 1, UNTOUCHED},
+        {"advanced, OK", ADVANCED, true, true, "ok", 1, EDITED},
+        {"advanced, Cancel gives the input back", ADVANCED, true, true, "cancel", 2, INPUT},
+        {"advanced, nothing to give back", ADVANCED, false, true, "cancel", 2, UNTOUCHED},
+    };
+    DriverDevMode given = SevenCopies();
+    given.dm.dmPaperSize = 77;
+    const std::string strBlack = "click " + std::to_string(IDC_MAIN_BLACK);
+    for (const auto &row : aRows) {
+        SCOPED_TRACE(row.why);
+        PlacedRecord in, out;
+        *in.Get() = given;
+        DriverDevMode *lpIn = row.in ? in.Get() : nullptr, *lpOut = row.out ? out.Get() : nullptr;
+        person.Will({strBlack, row.way});
+        EXPECT_EQ(row.dwFlags == ADVANCED ? Advanced(lpOut, lpIn)
+                                          : Document(lpOut, lpIn, row.dwFlags),
+                  row.lResult);
+        person.ExpectDone();
+        EXPECT_TRUE(out.UntouchedFrom(row.output == UNTOUCHED ? 0 : KV_DEVMODESIZE));
+        EXPECT_EQ(in.Content(), BytesOf(given));
+        EXPECT_EQ(out.Content() == in.Content(), row.output == INPUT);
+        if (row.output == MERGED || row.output == EDITED) {
+            const DriverDevMode got = *out.Get();
+            EXPECT_TRUE(got.dm.dmCopies == 7 && got.dm.dmPaperSize == 9);
+            EXPECT_EQ(got.Settings.wInk, row.output == MERGED ? 1 : 0);
+        }
+    }
+    EXPECT_THAT(BoxesShown(), IsEmpty());
+}
+
+TEST_F(Sheet, OpensOnTheMainPageAndTurnsToTheOthers)
+{
+    Start();
+    DriverDevMode out;
+    person.Will({SeesPage(IDD_MAIN), "page \"Utility\"", SeesPage(IDD_UTILITY), "page \"Paper\"",
+                 SeesPage(IDD_PAPER), "page \"Main\"", SeesPage(IDD_MAIN), "ok"});
+    EXPECT_EQ(Document(&out, nullptr, DM_PROMPT), 1);
+    person.ExpectDone();
+    person.Will({});
+    EXPECT_EQ(Document(&out, nullptr, DM_PROMPT), 2) << "left alone, it is cancelled";
+    EXPECT_THAT(kvp::CurrentPlay().strWhy, HasSubstr("\"Office\"")) << "the printer's name on it";
+}
+
+// Calls from behind an open sheet, as a maintenance function may make: a second sheet is refused,
+// and a query, which takes the tables from the pages, leaves them usable.
+TEST_F(Sheet, CallsWhileItIsOpenDoNoHarm)
+{
+    Start();
+    PlacedRecord second;
+    const auto calls = [&] {
+        EXPECT_EQ(Document(second.Get(), nullptr, DM_COPY | DM_PROMPT), -1);
+        EXPECT_EQ(Advanced(second.Get(), nullptr), -1);
+        EXPECT_TRUE(second.Untouched());
+        for (const WORD wQuery : {DC_PAPERS, DC_PAPERNAMES})
+            EXPECT_EQ(
+                driver.DrvDeviceCapabilities(hPrinter, nullptr, wQuery, second.Get(), nullptr), 3u);
+    };
+    DriverDevMode out;
+    person.Will({"page \"Paper\"", "page \"Main\"", calls,
+                 "click " + std::to_string(IDC_MAIN_BLACK), "page \"Paper\"", "page \"Utility\"",
+                 SeesPage(IDD_UTILITY), "ok"});
+    EXPECT_EQ(Document(&out, nullptr, DM_PROMPT), 1);
+    person.ExpectDone();
+    person.Will({"ok"});
+    EXPECT_EQ(Advanced(&out, nullptr), 1) << "the next one is shown";
 }
 
 // ---- the printer as a whole -------------------------------------------------------------------

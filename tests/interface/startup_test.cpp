@@ -38,13 +38,11 @@ TEST_F(StartUp, OnlyVersion351WithAModelTableIsServed)
     } aRows[] = {
         {"this one", 3, 51, true, PRESENT, {}},
         {"the one before", 3, 50, true, PRESENT, {VERSION_MESSAGE}},
-        {"the next", 4, 0, true, PRESENT, {VERSION_MESSAGE}},
         {"the right minor, another major", 4, 51, true, PRESENT, {VERSION_MESSAGE}},
         {"one that is not told", 3, 51, false, PRESENT, {UNREAD_MESSAGE}},
         {"no table", 3, 51, true, ABSENT, {INSTALL_MESSAGE}},
         {"an empty table", 3, 51, true, EMPTY, {INSTALL_MESSAGE}},
         {"told of both", 4, 0, true, ABSENT, {VERSION_MESSAGE, INSTALL_MESSAGE}},
-        {"of both again", 3, 51, false, ABSENT, {UNREAD_MESSAGE, INSTALL_MESSAGE}},
     };
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.why);

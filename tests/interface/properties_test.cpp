@@ -137,8 +137,8 @@ class Sheet : public InterfaceTest
     Person person;
 };
 
-// The caller's record has seven copies, and a paper whose field is not meant; the person chooses
-// black ink.
+// The caller's record has seven copies, and a paper whose field is not meant; the person turns
+// it to landscape.
 TEST_F(Sheet, TheWayOutDecidesWhatTheCallerGets)
 {
     Start();
@@ -161,13 +161,13 @@ TEST_F(Sheet, TheWayOutDecidesWhatTheCallerGets)
     };
     DriverDevMode given = SevenCopies();
     given.dm.dmPaperSize = 77;
-    const std::string strBlack = "click " + std::to_string(IDC_MAIN_BLACK);
+    const std::string strLandscape = "click " + std::to_string(IDC_PAPER_LANDSCAPE);
     for (const auto &row : aRows) {
         SCOPED_TRACE(row.why);
         PlacedRecord in, out;
         *in.Get() = given;
         DriverDevMode *lpIn = row.in ? in.Get() : nullptr, *lpOut = row.out ? out.Get() : nullptr;
-        person.Will({strBlack, row.way});
+        person.Will({"page \"Paper\"", strLandscape, row.way});
         EXPECT_EQ(row.dwFlags == ADVANCED ? Advanced(lpOut, lpIn)
                                           : Document(lpOut, lpIn, row.dwFlags),
                   row.lResult);
@@ -178,7 +178,7 @@ TEST_F(Sheet, TheWayOutDecidesWhatTheCallerGets)
         if (row.output == MERGED || row.output == EDITED) {
             const DriverDevMode got = *out.Get();
             EXPECT_TRUE(got.dm.dmCopies == 7 && got.dm.dmPaperSize == 9);
-            EXPECT_EQ(got.Settings.wInk, row.output == MERGED ? 1 : 0);
+            EXPECT_EQ(got.dm.dmOrientation, row.output == MERGED ? 1 : 2);
         }
     }
     EXPECT_THAT(BoxesShown(), IsEmpty());

@@ -7,7 +7,6 @@
 
 #include "base/module.h"
 #include "base/text.h"
-#include "datafile/loader.h"
 #include "settings/defaults.h"
 
 static constexpr SHORT DRIVINFO_VALUE = 48;
@@ -101,16 +100,6 @@ static DriverDevMode *RecordOf(const void *lpBlock)
     return reinterpret_cast<DriverDevMode *>(address + static_cast<intptr_t>(sDistance));
 }
 
-// Runs an item's function. The tables of the record's model are read once for all of its steps.
-template <class Run>
-static int32_t RunItem(Run run)
-{
-    return Guarded(KVDD_NO_DATA, [=] {
-        const KeptTables kept;
-        return run();
-    });
-}
-
 int32_t KVDD_GetOrgDevMode(void *, DriverDevMode *lpDM)
 {
     return Guarded(0, [=] { return lpDM && InitPrinterDevMode(lpDM, nullptr, nullptr) ? 1 : 0; });
@@ -144,7 +133,7 @@ int32_t KVDD_GetRange(void *lpBlock, uint32_t dwItem, void *lpRange)
         return KVDD_UNKNOWN;
     if (!lpBlock || !lpRange)
         return KVDD_NOT_ALLOWED;
-    return RunItem([=] { return lpItem->lpRange(RecordOf(lpBlock), lpRange); });
+    return Guarded(KVDD_NO_DATA, [=] { return lpItem->lpRange(RecordOf(lpBlock), lpRange); });
 }
 
 int32_t KVDD_GetData(const void *lpBlock, uint32_t dwItem, void *lpData)
@@ -154,7 +143,7 @@ int32_t KVDD_GetData(const void *lpBlock, uint32_t dwItem, void *lpData)
         return KVDD_UNKNOWN;
     if (!lpBlock || !lpData)
         return KVDD_NOT_ALLOWED;
-    return RunItem([=] { return lpItem->lpGet(RecordOf(lpBlock), lpData); });
+    return Guarded(KVDD_NO_DATA, [=] { return lpItem->lpGet(RecordOf(lpBlock), lpData); });
 }
 
 int32_t KVDD_SetData(void *lpBlock, uint32_t dwItem, intptr_t lpValue)
@@ -166,7 +155,7 @@ int32_t KVDD_SetData(void *lpBlock, uint32_t dwItem, intptr_t lpValue)
         return KVDD_NOT_ALLOWED;
     DriverDevMode *lpDM = RecordOf(lpBlock);
     const DriverDevMode before = *lpDM;
-    const int32_t lResult = RunItem([=] { return lpItem->lpSet(lpDM, lpValue); });
+    const int32_t lResult = Guarded(KVDD_NO_DATA, [=] { return lpItem->lpSet(lpDM, lpValue); });
     if (lResult != KVDD_OK)
         KVMemcpy(lpDM, &before, sizeof(before));
     return lResult;

@@ -133,12 +133,12 @@ static void ChangePaper(DriverDevMode *lpDM, const DatFile &tables)
     }
 }
 
-// Done twice, it changes nothing more.
+// The paper's size stays as it was.
 static int32_t ChangeSourceAPI(DriverDevMode *lpDM)
 {
     const LoadedTables tables = LoadTables(lpDM);
     if (!tables)
-        return KVDD_NO_DATA;
+        return KVDD_OK; // the next load says so
     const auto bins = Bins(*tables);
     const auto bin = std::ranges::find_if(
         bins, [lpDM](const BinRecord &b) { return IsSource(b.wId, lpDM->dm.dmDefaultSource); });
@@ -148,21 +148,22 @@ static int32_t ChangeSourceAPI(DriverDevMode *lpDM)
     ChangePaper(lpDM, *tables);
     lpDM->dm.dmCollate = 0;
     ApplyAreaRule(lpDM, tables.get());
-    SetPhysicalMargin(lpDM, *tables);
     return KVDD_OK;
 }
 
-// The source and its margins are two steps that each load: what loading has to tell is told twice.
-// The second has the last word, so that a loading that fails once leaves no half of a change.
 int32_t SetSource(DriverDevMode *lpDM, intptr_t lpValue)
 {
     lpDM->dm.dmDefaultSource = static_cast<SHORT>(lpValue);
-    int32_t lResult = KVDD_OK;
-    for (int nStep = 0; nStep < 2 && lResult != KVDD_NOT_ALLOWED; ++nStep)
-        lResult = ChangeSourceAPI(lpDM);
-    if (lResult == KVDD_OK)
-        GetMWData(lpDM);
-    return lResult;
+    const int32_t lResult = ChangeSourceAPI(lpDM);
+    if (lResult != KVDD_OK)
+        return lResult;
+    LoadedTables tables = LoadTables(lpDM);
+    if (!tables)
+        return KVDD_NO_DATA;
+    SetPhysicalMargin(lpDM, *tables);
+    tables.reset();
+    GetMWData(lpDM);
+    return KVDD_OK;
 }
 
 // ---- print mode ------------------------------------------------------------------------------

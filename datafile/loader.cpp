@@ -1,17 +1,9 @@
 // Loading a model's files into a block, with the messages that queries and merging show.
 #include "datafile/loader.h"
 
-#include <utility>
-
 #include "base/module.h"
 #include "datafile/files.h"
 #include "datafile/tables.h"
-
-// What a KeptTables holds between two steps, and whether there is one at all.
-static DatFile kept;
-static bool bKeeps, bHolds;
-// The last loading was done and told nothing.
-static bool bLoadedQuietly;
 
 // Whether the file was read; if not, the user has been told. A short file is one of another
 // version to him too.
@@ -24,7 +16,7 @@ static BOOL Accept(FileState state, const std::string &strName, LPCSTR lpVersion
     return state == FileState::Read;
 }
 
-static BOOL ReadFiles(const DriverDevMode *lpDM, DatFile *lpBlock)
+static BOOL LoadFiles(const DriverDevMode *lpDM, DatFile *lpBlock)
 {
     const ModelFiles files = FilesOfModel(lpDM);
     if (!Accept(ReadDatTables(files.strDat.c_str(), lpBlock), files.strDat,
@@ -33,22 +25,10 @@ static BOOL ReadFiles(const DriverDevMode *lpDM, DatFile *lpBlock)
     if (!Accept(ReadCfgTables(files.strCfg.c_str(), lpBlock), files.strCfg,
                 "Version Error of cfg file. Please Install again."))
         return FALSE;
-    bLoadedQuietly = ReadUserTables(files.strUcf.c_str(), lpBlock) != UserFileState::OtherVersion;
-    if (!bLoadedQuietly)
+    if (ReadUserTables(files.strUcf.c_str(), lpBlock) == UserFileState::OtherVersion)
         Notify("Version Error of ucf file");
     CountSlotsInUse(lpBlock);
     return TRUE;
-}
-
-static BOOL LoadFiles(const DriverDevMode *lpDM, DatFile *lpBlock)
-{
-    if (bHolds) {
-        *lpBlock = std::exchange(kept, DatFile{});
-        bHolds = false;
-        return TRUE;
-    }
-    bLoadedQuietly = false;
-    return ReadFiles(lpDM, lpBlock);
 }
 
 BOOL Get_DATFile(const DriverDevMode *lpDM)
@@ -70,21 +50,6 @@ BOOL Get_DatFileLib(const DriverDevMode *lpDM, DatFile *lpBlock)
 // The counts go with the tables, so that a block never claims records that it does not hold.
 BOOL Free_DatFileLib(const DriverDevMode *, DatFile *lpBlock)
 {
-    if (bKeeps && bLoadedQuietly && lpBlock->lpDatHeader) {
-        kept = std::move(*lpBlock);
-        bHolds = true;
-    }
     *lpBlock = DatFile{};
     return TRUE;
-}
-
-KeptTables::KeptTables()
-{
-    bKeeps = true;
-}
-
-KeptTables::~KeptTables()
-{
-    bKeeps = bHolds = false;
-    kept = DatFile{};
 }

@@ -14,16 +14,4 @@ BOOL Free_DATFile(const DriverDevMode *lpDM); // always TRUE
 BOOL Get_DatFileLib(const DriverDevMode *lpDM, DatFile *lpBlock);
 BOOL Free_DatFileLib(const DriverDevMode *lpDM, DatFile *lpBlock); // always TRUE
 
-// For a call whose steps each load and release the tables of the one model: while this lives,
-// tables that were released are handed out again instead of being read anew. Not so when loading
-// them had something to tell the user: he is told by every step. One at a time.
-class KeptTables
-{
-  public:
-    KeptTables();
-    ~KeptTables();
-    KeptTables(const KeptTables &) = delete;
-    KeptTables &operator=(const KeptTables &) = delete;
-};
-
 #endif

@@ -227,7 +227,6 @@ BOOL KVMergeDevMode(DriverDevMode *lpDM, const DriverDevMode *lpIn, HGLOBAL, HAN
     if (!lpDM || !lpIn)
         return FALSE;
     const PublicDevMode in = PublicPartOf(lpIn);
-    const KeptTables kept;
     MergePrivatePart(lpDM, lpIn);
     MergePaperAndResolution(lpDM, lpIn);
     MergeSource(lpDM, lpIn);

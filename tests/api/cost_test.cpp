@@ -39,7 +39,8 @@ struct Cost {
     long nAllocations;
     bool (*act)(T &); // whether it was done
 };
-// A model's three files, and the tables made of them; the .dat once more for its MW rows.
+// A model's three files and the tables made of them, for each step of a call that needs them; the
+// .dat once more for its MW rows.
 constexpr size_t LOAD = 14, AGAIN = 5;
 constexpr long TABLES = 14, ROWS = 1;
 constexpr Cost aCosts[] = {
@@ -47,21 +48,22 @@ constexpr Cost aCosts[] = {
     {"refused", 0, 0, [](T &t) { return t.Set(KVDD_COPIES, 100) == -2; }},
     {"flag", 0, 0, [](T &t) { return t.Word(KVDD_APIFLAG) >= 0 && t.Set(KVDD_APIFLAG, 1) == 0; }},
     {"defaults", LOAD, 9, [](T &t) { return KVDD_GetOrgDevMode(nullptr, &t.record) == 1; }},
-    {"merge", LOAD, TABLES,
+    {"merge", 2 * LOAD, 2 * TABLES,
      [](T &t) { return KVMergeDevMode(&t.record, &t.foreign, nullptr, nullptr) == TRUE; }},
-    {"paper", LOAD, TABLES, [](T &t) { return t.Get(KVDD_PAPER, &t.paper) == 0; }},
+    {"paper", 2 * LOAD, 2 * TABLES, [](T &t) { return t.Get(KVDD_PAPER, &t.paper) == 0; }},
     {"print mode", LOAD, TABLES, [](T &t) { return t.Get(KVDD_PRINTMODE, &t.mode) == 0; }},
-    {"range of papers", LOAD, TABLES,
+    {"range of papers", 3 * LOAD, 3 * TABLES,
      [](T &t) {
          KVDDPAPERRANGE range{};
          range.dwIds = LowAddress(t.ids.First());
          return t.Range(KVDD_PAPER, &range) == 0;
      }},
-    {"free size", LOAD, TABLES,
+    {"free size", 3 * LOAD, 3 * TABLES,
      [](T &t) {
          return t.SetPaper({1000, 1500, 256, 0}) == 0;
      }},
-    {"source", LOAD + AGAIN, TABLES + ROWS, [](T &t) { return t.Set(KVDD_SOURCE, 4) == 0; }},
+    {"source", 2 * LOAD + AGAIN, 2 * TABLES + ROWS,
+     [](T &t) { return t.Set(KVDD_SOURCE, 4) == 0; }},
     {"automatic", LOAD + AGAIN, TABLES + ROWS,
      [](T &t) {
          return t.SetMode({1, 2, 20, 1}) == 0;

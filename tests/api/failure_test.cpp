@@ -1,6 +1,7 @@
 // Whatever call of the platform fails, in its turn: the result is a documented one, the record is
 // as it was or complete, files and store are as they were, and nothing is left behind.
 #include <functional>
+#include <iostream>
 #include <optional>
 
 #include "datafile/mw.h"
@@ -97,6 +98,7 @@ class FailureTest : public ApiTest
     std::vector<Outcome> Allowed(const Action &action, unsigned nLacks);
     void Check(const Action &action, unsigned nLacks);
 
+    int nInAll = 0;
     DriverDevMode fresh{}, foreign{};
     HGLOBAL printerRecord = nullptr;
     OpenQueue queue{"Office", "KORVA One"};
@@ -223,6 +225,7 @@ void FailureTest::Check(const Action &action, unsigned nLacks)
         });
         EXPECT_EQ(FilesAndStore(), kept);
         asked += nFailures > 0 ? kind : "";
+        nInAll += nFailures;
     }
     EXPECT_EQ(asked, action.asks);
 }
@@ -231,12 +234,14 @@ TEST_F(FailureTest, EveryFunctionAndItemOfTheInterface)
 {
     for (const Action &action : aCalls)
         Check(action, 4);
+    std::cout << nInAll << " calls failed in turn\n";
 }
 
 TEST_F(FailureTest, DefaultsAndMerges)
 {
     for (const Action &action : aMerges)
         Check(action, 32);
+    std::cout << nInAll << " calls failed in turn\n";
 }
 
 TEST_F(FailureTest, WhatLoadingHasToTellIsToldByEveryStep)

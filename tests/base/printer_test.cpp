@@ -126,19 +126,15 @@ TEST_F(Printer, AFailureHalfwayIsAResultAndLeaksNothing)
          }},
     };
     for (const auto &[name, reads] : aReaders) {
-        for (const kvp::Call call : {kvp::Call::Alloc, kvp::Call::Store}) {
-            bool bReached = true;
-            for (int n = 0; bReached; ++n) {
-                SCOPED_TRACE(name + (" call " + std::to_string(n)));
-                kvp::FailCall(call, n);
-                const bool bRead = reads();
-                bReached = kvp::CallsSeen(call) > n;
-                EXPECT_TRUE(bReached || n > 0) << "there is no such call";
-                EXPECT_NE(bRead, bReached);
-                EXPECT_EQ(kvp::CurrentlyHeld().nBlocks, 0u);
-            }
-            kvp::FailCall(call, -1);
-        }
+        SCOPED_TRACE(name);
+        for (const kvp::Call call : {kvp::Call::Alloc, kvp::Call::Store})
+            EXPECT_GT(WithEachFailure(call,
+                                      [&](int n) {
+                                          const bool bRead = reads();
+                                          EXPECT_EQ(bRead, !HasReached(call, n));
+                                          EXPECT_EQ(kvp::CurrentlyHeld().nBlocks, 0u);
+                                      }),
+                      0);
     }
 }
 

@@ -3,6 +3,7 @@
 // saved is there as it was or as it is to be.
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <iterator>
 
 #include <gmock/gmock.h>
@@ -103,28 +104,22 @@ TEST_F(SheetFailures, EachCallInItsTurn)
     ASSERT_GT(cbSaved, 0u);
     const auto held = kvp::CurrentlyHeld();
     const auto gui = kvp::CurrentlyHeldGui();
-    for (const kvp::Call call : aCalls) {
-        int n = 0;
-        for (bool bUsed = true; bUsed; ++n) {
-            SCOPED_TRACE("call " + std::to_string(static_cast<int>(call)) + ", the " +
-                         std::to_string(n) + "th");
-            ForgetWhatWasSaved();
-            kvp::FailCall(call, n);
-            Go();
-            bUsed = kvp::CallsSeen(call) > n;
-            kvp::FailCall(call, -1);
-            EXPECT_THAT(lResult, testing::AnyOf(IDOK, IDCANCEL, 0, -1));
-            // No file, one that has been made and not yet written, or a whole one.
-            const std::string now = UserFile();
-            EXPECT_TRUE(now.empty() || (now.size() == cbSaved && now[1] == 1)) << now.size();
-            EXPECT_EQ(kvp::CurrentlyHeld().nBlocks, held.nBlocks);
-            EXPECT_EQ(kvp::CurrentlyHeld().nFiles, held.nFiles);
-            EXPECT_EQ(kvp::CurrentlyHeld().nLibraries, held.nLibraries);
-            EXPECT_EQ(kvp::CurrentlyHeldGui().nContexts, gui.nContexts);
-            EXPECT_EQ(kvp::CurrentlyHeldGui().nObjects, gui.nObjects);
-            if (HasFailure())
-                return;
-        }
-        RecordProperty("failures of call " + std::to_string(static_cast<int>(call)), n - 1);
-    }
+    int nFailures = 0;
+    ForgetWhatWasSaved();
+    for (const kvp::Call call : aCalls)
+        nFailures += WithEachFailure(
+            call, [&](int) { Go(); },
+            [&] {
+                EXPECT_THAT(lResult, testing::AnyOf(IDOK, IDCANCEL, 0, -1));
+                // No file, one that has been made and not yet written, or a whole one.
+                const std::string now = UserFile();
+                EXPECT_TRUE(now.empty() || (now.size() == cbSaved && now[1] == 1)) << now.size();
+                EXPECT_EQ(kvp::CurrentlyHeld().nBlocks, held.nBlocks);
+                EXPECT_EQ(kvp::CurrentlyHeld().nFiles, held.nFiles);
+                EXPECT_EQ(kvp::CurrentlyHeld().nLibraries, held.nLibraries);
+                EXPECT_EQ(kvp::CurrentlyHeldGui().nContexts, gui.nContexts);
+                EXPECT_EQ(kvp::CurrentlyHeldGui().nObjects, gui.nObjects);
+                ForgetWhatWasSaved();
+            });
+    std::cout << nFailures << " calls failed in turn\n";
 }

@@ -44,3 +44,23 @@ std::vector<std::string> MachineTest::BoxesShown()
     aBoxes.clear();
     return texts;
 }
+
+bool HasReached(kvp::Call call, int n)
+{
+    return kvp::CallsSeen(call) > n;
+}
+
+int WithEachFailure(kvp::Call call, const std::function<void(int n)> &action,
+                    const std::function<void()> &check)
+{
+    for (int n = 0;; ++n) {
+        SCOPED_TRACE(testing::Message() << "call " << static_cast<int>(call) << ", failure " << n);
+        kvp::FailCall(call, n);
+        action(n);
+        const bool bReached = HasReached(call, n);
+        kvp::FailCall(call, -1);
+        check();
+        if (!bReached || testing::Test::HasFailure())
+            return n;
+    }
+}

@@ -3,6 +3,7 @@
 #ifndef KV_TESTS_SUPPORT_MACHINE_H
 #define KV_TESTS_SUPPORT_MACHINE_H
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,14 @@ class MachineTest : public ::testing::Test
     int nAnswer = 1; // to every message box
     std::vector<kvp::Box> aBoxes;
 };
+
+// Runs the action with the n-th call of a kind failing, for n = 0, 1, 2, ... up to the first n that
+// no call reaches, or until the test has failed; how many failures there were. The action is told
+// n, and may ask what has been reached; the check follows it when nothing fails any more.
+int WithEachFailure(
+    kvp::Call call, const std::function<void(int n)> &action,
+    const std::function<void()> &check = [] {});
+bool HasReached(kvp::Call call, int n);
 
 constexpr const char *SYSTEM_DIR = "C:\\winnt35\\system32\\";
 constexpr const char *WINDOWS_DIR = "C:\\winnt35\\";

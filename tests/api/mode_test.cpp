@@ -1,6 +1,8 @@
 // Media, print modes and the printable area.
 #include "tests/api/api_test.h"
 
+#include <cstring>
+
 TEST_F(ApiTest, MediaIsThatOfTheResolutionNotTheRecordsOwn)
 {
     KVDDPRINTMODE mode = {7, 7, 7, 7};
@@ -96,7 +98,7 @@ TEST_F(ApiTest, APrintModeBringsResolutionColourAndMWRow)
     expected.lResX = expected.lResY = expected.dm.dmPrintQuality = expected.dm.dmYResolution = 720;
     expected.dm.dmColor = 1;
     expected.lMediaCode = 20;
-    std::fill_n(expected.adwMWData, 8, 0); // no row for 720
+    std::memset(expected.adwMWData, 0, sizeof expected.adwMWData); // no row for 720
     EXPECT_EQ(SetMode({1, 2, 20, 1}), 0);
     EXPECT_EQ(BytesOf(record), BytesOf(expected));
 }
@@ -120,7 +122,7 @@ TEST_F(ApiTest, AdvancedKeepsTheSettingsAsChosenByHand)
     expected.Settings.wIndex = 1000;
     expected.lResX = expected.lResY = expected.dm.dmPrintQuality = expected.dm.dmYResolution = 720;
     expected.dm.dmColor = 1;
-    std::fill_n(expected.adwMWData, 8, 0);
+    std::memset(expected.adwMWData, 0, sizeof expected.adwMWData);
     EXPECT_EQ(SetMode({0, 9, 9, 9}), 0); // only the mode is looked at
     EXPECT_EQ(BytesOf(record), BytesOf(expected));
     record.Settings.wResolution = expected.Settings.wResolution = 2;

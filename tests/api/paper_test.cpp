@@ -1,6 +1,8 @@
 // Papers, their sizes and limits, paper sources, and lists.
 #include "tests/api/api_test.h"
 
+#include <cstring>
+
 constexpr const char *NOT_FOUND = DAT_NOT_FOUND;
 
 TEST_F(ApiTest, PaperIsReadInTenthsOfAMillimetre)
@@ -202,7 +204,8 @@ TEST_F(ApiTest, ASourceBringsItsAreaMarginsAndMWRow)
     expected.nPrintArea = 2;
     expected.wMarginLeft = expected.wMarginRight = 54;
     expected.wMarginTop = 198;
-    std::fill_n(expected.adwMWData, 8, 9);
+    constexpr int32_t NINES[8] = {9, 9, 9, 9, 9, 9, 9, 9};
+    std::memcpy(expected.adwMWData, NINES, sizeof NINES);
     EXPECT_EQ(Set(KVDD_SOURCE, 4), 0);
     EXPECT_EQ(Word(KVDD_SOURCE), 4);
     EXPECT_EQ(BytesOf(record), BytesOf(expected));

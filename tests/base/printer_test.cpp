@@ -125,12 +125,12 @@ TEST_F(Printer, AFailureHalfwayIsAResultAndLeaksNothing)
              return path && *path;
          }},
     };
-    for (const auto &[name, reads] : aReaders) {
-        SCOPED_TRACE(name);
+    for (const auto &reader : aReaders) {
+        SCOPED_TRACE(reader.first);
         for (const kvp::Call call : {kvp::Call::Alloc, kvp::Call::Store})
             EXPECT_GT(WithEachFailure(call,
                                       [&](int n) {
-                                          const bool bRead = reads();
+                                          const bool bRead = reader.second();
                                           EXPECT_EQ(bRead, !HasReached(call, n));
                                           EXPECT_EQ(kvp::CurrentlyHeld().nBlocks, 0u);
                                       }),

@@ -51,7 +51,12 @@ class MWTest : public ModelTest
         dm.lResX = dm.lResY = 360;
         std::memset(dm.adwMWData, 0xFF, sizeof dm.adwMWData);
     }
-    std::vector<int32_t> Data() const { return {std::begin(dm.adwMWData), std::end(dm.adwMWData)}; }
+    std::vector<int32_t> Data() const
+    {
+        std::vector<int32_t> data(std::size(dm.adwMWData));
+        std::memcpy(data.data(), dm.adwMWData, sizeof dm.adwMWData); // nothing is aligned there
+        return data;
+    }
 };
 
 } // namespace

@@ -117,7 +117,7 @@ TEST_F(DamagedRecord, ComesOutOfTheSheetLegalAndAsItsListsShowIt)
     };
     ForEach([&] {
         EXPECT_EQ(Show({look, "page \"Paper\"", look, "page \"Utility\"", "ok"}), IDOK);
-        EXPECT_EQ(out.nPaper, nPaper);
+        EXPECT_EQ(int{out.nPaper}, nPaper);
         DriverDevMode again = Merged(out);
         if (out.Settings.wInk > 1) // a merge reads 16 bits of the ink, the page the low eight
             again.dm.dmColor = out.dm.dmColor;

@@ -14,7 +14,6 @@ namespace
 {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 // A dialog that is only there.
 INT_PTR CALLBACK PlainProc(HWND hDlg, UINT uMsg, WPARAM wParam, LPARAM lParam)

@@ -26,11 +26,11 @@ HostTest::~HostTest()
 
 Ran HostTest::Run(const std::string &line, const std::string &environment) const
 {
-    const std::string strCommand = "cd '" + strFolder +
-                                   "' && exec env -i KV_LANG=en_US KV_MEASURE=0 KV_ACP=1252 "
-                                   "KV_ROOT=\"$PWD/root\" " +
-                                   environment + " '" KV_HOST_PATH "' " + line +
-                                   " >stdout 2>stderr";
+    const std::string strCommand =
+        "cd '" + strFolder +
+        "' && exec env -i LSAN_OPTIONS=\"$LSAN_OPTIONS\" KV_LANG=en_US KV_MEASURE=0 KV_ACP=1252 "
+        "KV_ROOT=\"$PWD/root\" " +
+        environment + " '" KV_HOST_PATH "' " + line + " >stdout 2>stderr";
     const int nStatus = std::system(strCommand.c_str());
     return {WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1, Content("stdout"), Content("stderr")};
 }

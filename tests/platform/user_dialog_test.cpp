@@ -32,7 +32,7 @@ TEST_F(Dialogs, HaveTheirControlsBeforeTheyAreSetUp)
         GetWindowRect(hDlg, &rc);
         EXPECT_EQ(pt.x - rc.left, GetSystemMetrics(SM_CXBORDER) + GetSystemMetrics(SM_CXFRAME));
         EXPECT_EQ(pt.y - rc.top, GetSystemMetrics(SM_CYCAPTION) + GetSystemMetrics(SM_CYDLGFRAME));
-        EXPECT_NEAR((rc.top + rc.bottom) / 2, 300, 1) << "in the middle of the screen";
+        EXPECT_NEAR(rc.top + rc.bottom, 600, 2) << "in the middle of the screen";
     };
     InDialog({});
     EXPECT_EQ(Taken("INITDIALOG|DESTROY"), (Lines{"INITDIALOG 111", "DESTROY 111"}));

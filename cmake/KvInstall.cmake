@@ -33,7 +33,8 @@ set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_DEB_COMPONENT_INSTALL OFF)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-dejavu-extra, fonts-noto-cjk")
+# SDL is loaded when a window is opened, so that no program names it.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-dejavu-extra, fonts-noto-cjk, libsdl2-2.0-0")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_BINARY_DIR}/platform
                                                 ${CMAKE_BINARY_DIR}/interface)

@@ -53,7 +53,7 @@ class MWTest : public ModelTest
     }
     std::vector<int32_t> Data() const
     {
-        std::vector<int32_t> data(std::size(dm.adwMWData));
+        std::vector<int32_t> data(std::extent_v<decltype(dm.adwMWData)>);
         std::memcpy(data.data(), dm.adwMWData, sizeof dm.adwMWData); // nothing is aligned there
         return data;
     }

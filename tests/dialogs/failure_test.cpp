@@ -8,6 +8,7 @@
 
 #include <gmock/gmock.h>
 
+#include "tests/support/held.h"
 #include "tests/support/samples.h"
 
 namespace fs = std::filesystem;
@@ -99,8 +100,7 @@ TEST_F(SheetFailures, EachCallInItsTurn)
     ASSERT_EQ(lResult, IDOK);
     const size_t cbSaved = UserFile().size();
     ASSERT_GT(cbSaved, 0u);
-    const auto held = kvp::CurrentlyHeld();
-    const auto gui = kvp::CurrentlyHeldGui();
+    const auto held = HeldNow();
     int nFailures = 0;
     ForgetWhatWasSaved();
     for (int nCall = 0; nCall < static_cast<int>(kvp::Call::Count); ++nCall)
@@ -111,11 +111,7 @@ TEST_F(SheetFailures, EachCallInItsTurn)
                 // No file, one that has been made and not yet written, or a whole one.
                 const std::string now = UserFile();
                 EXPECT_TRUE(now.empty() || (now.size() == cbSaved && now[1] == 1)) << now.size();
-                EXPECT_EQ(kvp::CurrentlyHeld().nBlocks, held.nBlocks);
-                EXPECT_EQ(kvp::CurrentlyHeld().nFiles, held.nFiles);
-                EXPECT_EQ(kvp::CurrentlyHeld().nLibraries, held.nLibraries);
-                EXPECT_EQ(kvp::CurrentlyHeldGui().nContexts, gui.nContexts);
-                EXPECT_EQ(kvp::CurrentlyHeldGui().nObjects, gui.nObjects);
+                EXPECT_EQ(HeldNow(), held);
                 ForgetWhatWasSaved();
             });
     std::cout << nFailures << " calls failed in turn\n";

@@ -3,23 +3,13 @@
 #include <cstring>
 #include <random>
 
+#include "tests/support/held.h"
 #include "tests/support/samples.h"
 #include "tests/support/wanderer.h"
 
 namespace
 {
 constexpr int SHEETS = 25, ACTIONS = 200;
-
-struct Left {
-    kvp::GuiHeld gui;
-    kvp::Held held;
-    bool operator==(const Left &other) const
-    {
-        return gui.nObjects == other.gui.nObjects && gui.nContexts == other.gui.nContexts &&
-               held.nBlocks == other.held.nBlocks && held.nFiles == other.held.nFiles &&
-               held.nLibraries == other.held.nLibraries;
-    }
-};
 } // namespace
 
 class WanderTest : public SampleTest
@@ -54,10 +44,9 @@ class WanderTest : public SampleTest
                         "click 2019", "key Escape", "click 2018", "key Escape", "cancel"}),
                   IDCANCEL);
         in = before;
-        first = Now();
+        first = HeldNow();
     }
-    std::optional<Left> first;
-    static Left Now() { return {kvp::CurrentlyHeldGui(), kvp::CurrentlyHeld()}; }
+    decltype(HeldNow()) first{};
 };
 
 TEST_F(WanderTest, CancelUndoesWhateverWasDone)
@@ -73,7 +62,7 @@ TEST_F(WanderTest, CancelUndoesWhateverWasDone)
         SCOPED_TRACE(seed);
         ASSERT_EQ(Wander(seed, "cancel"), IDCANCEL);
         EXPECT_EQ(std::memcmp(&out, &merged, sizeof out), 0);
-        EXPECT_TRUE(*first == Now());
+        EXPECT_EQ(HeldNow(), first);
     }
 }
 
@@ -89,6 +78,6 @@ TEST_F(WanderTest, WhatIsConfirmedOpensAgain)
         for (const int nAdjustment : out.Settings.sAdj)
             EXPECT_LE(std::abs(nAdjustment), 25);
         in = out;
-        EXPECT_TRUE(*first == Now());
+        EXPECT_EQ(HeldNow(), first);
     }
 }

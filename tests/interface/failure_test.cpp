@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 
 #include "tests/interface/fixture.h"
+#include "tests/support/held.h"
 #include "tests/support/person.h"
 
 namespace
@@ -89,12 +90,6 @@ class EntryPointFailures : public InterfaceTest
             return advanced ? Advanced(lpOut, &given)
                             : Document(lpOut, &given, DM_COPY | DM_PROMPT);
         };
-    }
-    static auto HeldNow()
-    {
-        const kvp::Held held = kvp::CurrentlyHeld();
-        const kvp::GuiHeld gui = kvp::CurrentlyHeldGui();
-        return std::array{held.nBlocks, held.nFiles, held.nLibraries, gui.nObjects, gui.nContexts};
     }
     // What is left when something may have failed; and the same once more, whole.
     void Check(const Row &row, LONG lResult, const PlacedRecord &out)
